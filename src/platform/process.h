@@ -1,0 +1,19 @@
+// What the program asks of its own process.
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+
+namespace platform {
+
+/// To be called first: from then on a crash or a library that does not load shows no dialog, and a
+/// console whose reader has gone does not end the process.
+void prepareProcess();
+
+std::uint32_t processNumber();
+std::uint32_t threadNumber();
+
+/// The present moment in the zone of the process.
+std::tm localTime();
+
+}  // namespace platform

@@ -1,0 +1,17 @@
+#include <sys/wait.h>
+
+#include <cstdlib>
+
+#include "support/process.h"
+#include "support/temporary_folder.h"
+
+namespace test {
+
+ProcessResult runProcess(const std::vector<std::string>& command, const std::string& outputFile) {
+  std::string line;
+  for (const std::string& word : command) line += "'" + word + "' ";
+  const int status = std::system((line + ">'" + outputFile + "' 2>/dev/null").c_str());
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), contentOf(outputFile)};
+}
+
+}  // namespace test
