@@ -1,0 +1,35 @@
+// The names of character sets and code pages, as data.
+//
+// Each list is entered into its map from the first row to the last, and the first of two rows for
+// one key counts. The maps are filled before the program's entry and constant afterwards.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <span>
+#include <string>
+
+#include "replay/unicode.h"
+
+namespace replay::unicode {
+
+struct alias_row {
+  const char* name;  ///< Of lower-case letters and digits only.
+  codepage page;
+};
+
+struct name_row {
+  codepage page;
+  const char* name;
+};
+
+extern const std::span<const alias_row> alias_rows;
+extern const std::span<const name_row> name_rows;
+
+/// The pages of normalised character set names.
+extern const std::map<std::string, codepage, std::less<>> codepage_aliases;
+
+/// The preferred names of pages.
+extern const std::map<codepage, std::string> codepage_names;
+
+}  // namespace replay::unicode

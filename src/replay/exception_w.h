@@ -1,0 +1,39 @@
+// The root of failures whose texts are wide, for applications to derive from.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "replay/exception.h"
+
+namespace replay {
+
+/// A failure with a wide message. Its narrow texts are conversions of the wide ones to the system's
+/// default code page, made when a narrow text is first asked for.
+class exception_w : public exception {
+ public:
+  explicit exception_w(const std::u16string& message) : exception(""), message_w_(message) {}
+
+  const char* what() const noexcept override;
+  const char* message() const noexcept override;
+  const char* name() const noexcept override;
+
+  /// The wide counterparts; each text is zero-terminated and valid as long as the object lives.
+  virtual const char16_t* what_w() const noexcept;
+  virtual const char16_t* message_w() const noexcept;
+  virtual const char16_t* name_w() const noexcept;
+
+ protected:
+  /// Called once by the constructor of each derived class, from the root down.
+  void append_name_w(std::u16string_view word);
+
+ private:
+  void narrow() const;
+
+  mutable std::u16string composed_w_;
+  std::u16string message_w_;
+  std::u16string name_w_;
+  mutable bool narrowed_ = false;
+};
+
+}  // namespace replay

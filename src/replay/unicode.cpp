@@ -1,0 +1,179 @@
+#include "replay/unicode.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <limits>
+#include <optional>
+#include <span>
+
+#include "platform/code_pages.h"
+#include "replay/codepage_tables.h"
+#include "replay/text.h"
+
+namespace replay::unicode {
+namespace {
+
+struct failure {
+  std::uint32_t error;
+  void (*raise)();
+};
+
+template <typename Exception>
+void raise() {
+  throw Exception("");
+}
+
+constexpr failure narrowing_failures[] = {
+    {platform::errorInsufficientBuffer, raise<out_of_memory>},
+    {platform::errorInvalidParameter, raise<unmappable_character>},
+};
+
+constexpr failure widening_failures[] = {
+    {platform::errorInsufficientBuffer, raise<out_of_memory>},
+    {platform::errorInvalidParameter, raise<invalid_codepage>},
+    {platform::errorNoUnicodeTranslation, raise<unmappable_character>},
+};
+
+[[noreturn]] void raise_failure(std::span<const failure> failures, std::uint32_t error) {
+  for (const failure& row : failures) {
+    if (row.error == error) row.raise();
+  }
+  throw generic("");
+}
+
+// Whether the system takes its strict flags for a page; for the others it refuses the whole call.
+bool allows_checks(codepage page) {
+  constexpr codepage without_checks[] = {42,    50221, 50222, 50225, 50227,
+                                         50229, 52936, 54936, 65000, 65001};
+  const bool is_iscii = page >= 57002 && page <= 57011;
+  return !is_iscii && !std::ranges::binary_search(without_checks, page);
+}
+
+std::string low_bytes(std::u16string_view text) {
+  std::string bytes;
+  bytes.reserve(text.size());
+  for (const char16_t unit : text) {
+    if (unit > 0xFF) throw unmappable_character("");
+    bytes += static_cast<char>(unit);
+  }
+  return bytes;
+}
+
+std::u16string widened_bytes(std::string_view text) {
+  std::u16string units;
+  units.reserve(text.size());
+  for (const char byte : text) units += static_cast<unsigned char>(byte);
+  return units;
+}
+
+// Lower-cased, and without all but ASCII letters and digits.
+std::string normalised(std::string_view name) {
+  std::string result;
+  for (const char c : name) {
+    const bool is_upper = c >= 'A' && c <= 'Z';
+    const bool is_kept = is_upper || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+    if (is_kept) result += static_cast<char>(is_upper ? c - 'A' + 'a' : c);
+  }
+  return result;
+}
+
+using page_of_number = std::optional<codepage> (*)(codepage number);
+
+std::optional<codepage> iso8859_page(codepage number) {
+  constexpr codepage base = 28590;
+  if (number > std::numeric_limits<codepage>::max() - base) return std::nullopt;
+  return base + number;
+}
+
+std::optional<codepage> latin_page(codepage number) {
+  if (number >= 1 && number <= 4) return 28590 + number;
+  if (number == 5) return 28599;
+  return number == 9 ? std::optional(28605) : std::nullopt;
+}
+
+std::optional<codepage> windows_page(codepage number) { return number; }
+
+struct numbered_family {
+  std::string_view beginning;
+  page_of_number page;
+};
+
+constexpr numbered_family numbered_families[] = {
+    {"iso8859", iso8859_page},
+    {"latin", latin_page},
+    {"csisolatin", latin_page},
+    {"windows", windows_page},
+};
+
+bool is_number(std::string_view text) {
+  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+// The page that a name tells by its number. A number beyond 32 bits tells none.
+std::optional<codepage> numbered_page(std::string_view name) {
+  for (const auto& [beginning, page] : numbered_families) {
+    if (!name.starts_with(beginning)) continue;
+    const std::string_view digits = name.substr(beginning.size());
+    codepage number = 0;
+    const char* end = digits.data() + digits.size();
+    if (is_number(digits) && std::from_chars(digits.data(), end, number).ec == std::errc()) {
+      return page(number);
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::string to_narrow(std::u16string_view text, codepage page, bool strict) {
+  if (text.empty()) return {};
+  if (page == ascii) return low_bytes(text);
+  const auto number = static_cast<std::uint32_t>(page);
+  const std::size_t character_size = platform::maximumCharacterSize(number);
+  if (character_size == 0) throw invalid_codepage("");
+  std::string result(text.size() * character_size, '\0');
+  bool used_default = false;
+  const platform::Conversion conversion =
+      platform::wideToNarrow(number, text, result, allows_checks(page) ? &used_default : nullptr);
+  // A replaced character is the better reason where the conversion has also failed.
+  if (used_default && strict) throw unmappable_character("");
+  if (conversion.length == 0) raise_narrowing_failure(conversion.error);
+  result.resize(conversion.length);
+  return result;
+}
+
+std::u16string to_wide(std::string_view text, codepage page) {
+  if (text.empty()) return {};
+  if (page == ascii) return widened_bytes(text);
+  std::u16string result(text.size(), u'\0');
+  const platform::Conversion conversion =
+      platform::narrowToWide(static_cast<std::uint32_t>(page), allows_checks(page), text, result);
+  if (conversion.length == 0) raise_widening_failure(conversion.error);
+  result.resize(conversion.length);
+  return result;
+}
+
+std::string to_utf8(std::string_view text) { return to_narrow(to_wide(text, 0), 65001, true); }
+
+codepage codepage_of_name(std::string_view name) {
+  const std::string key = normalised(name);
+  if (const auto page = numbered_page(key)) return *page;
+  const auto found = codepage_aliases.find(key);
+  if (found == codepage_aliases.end()) throw invalid_codepage("");
+  return found->second;
+}
+
+const std::string& name_of_codepage(codepage page) {
+  const auto found = codepage_names.find(page);
+  if (found == codepage_names.end()) {
+    throw invalid_codepage(format("codepage %d is not supported", page));
+  }
+  return found->second;
+}
+
+void raise_narrowing_failure(std::uint32_t error) { raise_failure(narrowing_failures, error); }
+
+void raise_widening_failure(std::uint32_t error) { raise_failure(widening_failures, error); }
+
+}  // namespace replay::unicode

@@ -1,0 +1,73 @@
+// Conversion between UTF-16 text and narrow text in a named code page, and the names of code pages.
+//
+// A result is a new string, made only when the whole conversion has succeeded. Every failure is a
+// class of this namespace with an empty message; the two directions read the system's error numbers
+// differently, because only one of them has proved the page before it converts.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "replay/exception.h"
+
+namespace replay::unicode {
+
+class generic : public exception {
+ public:
+  explicit generic(const std::string& message) : exception(message) { append_name("unicode"); }
+};
+
+class out_of_memory : public generic {
+ public:
+  explicit out_of_memory(const std::string& message) : generic(message) {
+    append_name("out_of_memory");
+  }
+};
+
+class invalid_codepage : public generic {
+ public:
+  explicit invalid_codepage(const std::string& message) : generic(message) {
+    append_name("invalid_codepage");
+  }
+};
+
+class unmappable_character : public generic {
+ public:
+  explicit unmappable_character(const std::string& message) : generic(message) {
+    append_name("unmappable_character");
+  }
+};
+
+/// A code page as Windows numbers them. 0 is the system's default page.
+using codepage = std::int32_t;
+
+/// The pseudo page of a straight copy: each unit below 256 is the byte of the same value.
+inline constexpr codepage ascii = -1;
+
+/// Converts to the bytes of `page`. With `strict` a character that the page lacks raises
+/// unmappable_character, without it becomes the page's default character; a page that takes no
+/// checks, UTF-8 among them, replaces in either case. Raises invalid_codepage, out_of_memory,
+/// unmappable_character or generic. Empty text gives empty text for any page.
+std::string to_narrow(std::u16string_view text, codepage page, bool strict);
+
+/// Converts bytes of `page` to UTF-16. Malformed bytes raise unmappable_character where the page
+/// takes checks and are replaced where it does not. Raises invalid_codepage, out_of_memory,
+/// unmappable_character or generic; generic also for non-empty text that gives no unit at all.
+std::u16string to_wide(std::string_view text, codepage page);
+
+/// Converts text of the system's default page to UTF-8.
+std::string to_utf8(std::string_view text);
+
+/// The page of a character set's name; case and all but letters and digits do not count. Raises
+/// invalid_codepage for a name that no page has.
+codepage codepage_of_name(std::string_view name);
+
+/// The preferred name of a page. Raises invalid_codepage for a page that has none.
+const std::string& name_of_codepage(codepage page);
+
+/// Raise the class that stands for an error number of the system in each direction.
+[[noreturn]] void raise_narrowing_failure(std::uint32_t error);
+[[noreturn]] void raise_widening_failure(std::uint32_t error);
+
+}  // namespace replay::unicode

@@ -1,0 +1,35 @@
+// A small tagged value: nothing, an integer, a floating-point number or a text.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+
+#include "replay/exception.h"
+
+namespace replay {
+
+class variant {
+ public:
+  class generic : public exception {
+   public:
+    explicit generic(const std::string& message) : exception(message) { append_name("variant"); }
+  };
+
+  variant() = default;
+  explicit variant(std::int32_t value) : value_(value) {}
+  explicit variant(float value) : value_(value) {}
+  explicit variant(const std::string& value) : value_(value) {}
+  explicit variant(const std::u16string& value) : value_(value) {}
+
+  /// The value as an integer: 0 for nothing, a number truncated toward zero, a text by the decimal
+  /// number that it begins with, 0 if it begins with none. What 32 bits cannot hold becomes the
+  /// nearest value that they can; a number that is none becomes 0. Raises generic if the value was
+  /// lost in an assignment that failed.
+  std::int32_t as_integer() const;
+
+ private:
+  std::variant<std::monostate, std::int32_t, float, std::string, std::u16string> value_;
+};
+
+}  // namespace replay
