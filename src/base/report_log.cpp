@@ -1,0 +1,118 @@
+#include "base/report_log.h"
+
+#include <algorithm>
+#include <array>
+#include <ctime>
+#include <cwchar>
+#include <utility>
+
+#include "base/text.h"
+#include "platform/console.h"
+#include "platform/process.h"
+
+namespace base {
+namespace {
+
+constexpr int importantLevel = 0;
+constexpr int ordinaryLevel = 2;
+constexpr int verboseLevel = 4;
+constexpr std::int64_t ordinaryFileSize = 500'000;
+constexpr std::int64_t verboseFileSize = 1'000'000;
+constexpr std::size_t timeStampSize = 256;
+
+// Empty if the text needs more than 255 characters.
+std::u16string formattedLocalTime(const std::u16string& format) {
+  const std::wstring wideFormat(format.begin(), format.end());
+  const std::tm now = platform::localTime();
+  std::array<wchar_t, timeStampSize> buffer{};
+  const std::size_t length = std::wcsftime(buffer.data(), buffer.size(), wideFormat.c_str(), &now);
+  return {buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(length)};
+}
+
+struct FileBytes {
+  std::string bytes;
+  bool complete;  // false if the text was cut in front of a unit that Latin-1 lacks
+};
+
+FileBytes toFileBytes(std::u16string_view text) {
+  FileBytes result{{}, true};
+  result.bytes.reserve(text.size() + text.size() / 16);
+  for (const char16_t unit : text) {
+    if (unit > 255) return {std::move(result.bytes), false};
+    if (unit == u'\n') result.bytes += '\r';
+    result.bytes += static_cast<char>(static_cast<unsigned char>(unit));
+  }
+  return result;
+}
+
+}  // namespace
+
+ReportLog::ReportLog(std::u16string directory, std::u16string logPrefix, std::u16string extension,
+                     std::u16string logName, std::u16string timeFormat, int level,
+                     bool echoToConsole)
+    : directory_(std::move(directory)),
+      logName_(std::move(logName)),
+      extension_(std::move(extension)),
+      logPrefix_(std::move(logPrefix)),
+      timeFormat_(std::move(timeFormat)),
+      echoToConsole_(echoToConsole),
+      maxFileSize_(level == verboseLevel ? verboseFileSize : ordinaryFileSize),
+      level_(level) {}
+
+bool ReportLog::open() {
+  fileName_ = directory_ + u"\\" + logPrefix_ + formattedLocalTime(u"%Y%m%d%H%M%S") + extension_;
+  failed_ = false;
+  if (!file_.open(fileName_)) {
+    if (level_ >= importantLevel) {
+      refreshTimeStamp();
+      writeConsoleForm(u"Could not open file: " + fileName_);
+    }
+    return false;
+  }
+  if (level_ >= importantLevel) {
+    refreshTimeStamp();
+    writeFileForm(u"STARTING LOG");
+  }
+  return true;
+}
+
+void ReportLog::close() { file_.close(); }
+
+bool ReportLog::isEnabled(int /*level*/) const { return level_ >= ordinaryLevel; }
+
+void ReportLog::write(const std::u16string& text) { writeLine(text, false, true, ordinaryLevel); }
+
+void ReportLog::writeLine(const std::u16string& text, bool toConsole, bool toFile, int level) {
+  if (level > level_) return;
+  refreshTimeStamp();
+  if (toConsole || echoToConsole_) writeConsoleForm(text);
+  if (toFile) writeFileForm(text);
+}
+
+void ReportLog::refreshTimeStamp() { timeStamp_ = formattedLocalTime(timeFormat_); }
+
+void ReportLog::writeConsoleForm(const std::u16string& text) const {
+  platform::printLine(timeStamp_ + u"   " + logName_ + u": " + text);
+}
+
+void ReportLog::writeFileForm(const std::u16string& text) {
+  if (!file_.isOpen()) {
+    // The line itself is lost: the file that this opens has "STARTING LOG" as its only line.
+    open();
+    return;
+  }
+  if (failed_) return;
+  startOverAtLimit();
+  const auto [bytes, complete] =
+      toFileBytes(timeStamp_ + u"\t(" + numberToText(platform::processNumber()) + u":" +
+                  numberToText(platform::threadNumber()) + u")\t" + text + u"\n");
+  const bool written = file_.write(bytes);
+  failed_ = !written || !complete;
+}
+
+// What lies behind the lines at the top stays: the file is not shortened.
+void ReportLog::startOverAtLimit() {
+  if (file_.position() >= maxFileSize_) file_.moveTo(0);
+}
+
+}  // namespace base

@@ -1,0 +1,63 @@
+// The log file that a run writes: the report, and the file of the access test.
+//
+// Each line carries its own time stamp and the process and thread number, and is on the disk when
+// the call returns, so that a run that ends abnormally leaves all earlier lines. No failure leaves
+// this class as an exception: a file that does not open is said on the console, and opening is
+// tried again at each line; a file that takes no more stays as it is. The file is Latin-1 with CR
+// LF for each line feed; a line that holds a character above 255 is cut in front of it and is the
+// last.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/files.h"
+
+namespace base {
+
+class ReportLog {
+ public:
+  /// `logName` is the name in console lines; `timeFormat` has the notation of strftime. Lines of a
+  /// level above `level` are dropped. Opens nothing.
+  ReportLog(std::u16string directory, std::u16string logPrefix, std::u16string extension,
+            std::u16string logName, std::u16string timeFormat, int level, bool echoToConsole);
+
+  /// Opens a file that is named after the present moment, emptied if it exists, and writes
+  /// "STARTING LOG". False, after a line on the console, if the file cannot be opened.
+  bool open();
+  void close();
+
+  /// Whether the log takes lines of level 2; the argument does not count.
+  bool isEnabled(int level) const;
+
+  /// Writes a line of level 2 to the file, and to the console only if the log echoes.
+  void write(const std::u16string& text);
+
+  void writeLine(const std::u16string& text, bool toConsole, bool toFile, int level);
+
+  /// The full name of the file that was last tried.
+  std::u16string fileName() const { return fileName_; }
+
+ private:
+  void refreshTimeStamp();
+  void writeConsoleForm(const std::u16string& text) const;
+  void writeFileForm(const std::u16string& text);
+  void startOverAtLimit();
+
+  std::u16string directory_;
+  std::u16string logName_;
+  std::u16string extension_;
+  std::u16string logPrefix_;
+  std::u16string timeFormat_;
+  std::u16string fileName_;
+  bool echoToConsole_;
+  platform::OutputFile file_;
+  bool failed_ = false;  // the file is open and takes nothing more
+  std::u16string timeStamp_;
+  std::int64_t
+      maxFileSize_;  // bytes on the disk at which the next line goes to the top of the file
+  int level_;
+};
+
+}  // namespace base
