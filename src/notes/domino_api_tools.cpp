@@ -1,0 +1,91 @@
+#include "notes/domino_api_tools.h"
+
+#include <array>
+#include <cstddef>
+
+#include "base/text.h"
+#include "notes/api.h"
+#include "replay/text.h"
+
+namespace notes::DominoApiTools {
+namespace {
+
+// A buffer for a text of the library: zero-filled, and with a last zero that the library, which is
+// told `Size` bytes, does not reach.
+template <std::size_t Size>
+using TextBuffer = std::array<char, Size + 1>;
+
+// The words that ask the library to read a time as year, month, day, hours, minutes and seconds.
+constexpr WORD timeFlags = NUMBER_LEADING_ZERO | CLOCK_24_HOUR | DATE_YMD;
+constexpr TFMT timeFormat{4, 0, 0, 2};  // full date, full time, no zone, date and time
+constexpr WORD timeTextSize = NOTES_TIME_TEXT_SIZE;
+
+void copySeparator(char (&destination)[5], char separator) {
+  destination[0] = separator;
+  for (std::size_t rest = 1; rest < sizeof destination; ++rest) destination[rest] = '\0';
+}
+
+}  // namespace
+
+std::u16string errorText(STATUS status) {
+  return base::toWideFromLocal(errorTextNarrow(status).c_str());
+}
+
+std::string errorTextNarrow(STATUS status) {
+  TextBuffer<NOTES_ERROR_TEXT_SIZE> text{};
+  OSLoadString(nullptr, status & NOTES_ERROR_MASK, text.data(), NOTES_ERROR_TEXT_SIZE);
+  return text.data();
+}
+
+std::u16string replicaId(DBHANDLE db) {
+  DBREPLICAINFO info{};
+  const STATUS status = NSFDbReplicaInfoGet(db, &info);
+  if (status != 0) {
+    throw DominoApiToolsError(u"Could not retrieve replica information: " + errorText(status));
+  }
+  const std::string digits = replay::format("%08X%08X", info.ID.Innards[1], info.ID.Innards[0]);
+  return base::toWideFromLocal(digits.c_str());
+}
+
+void timeDateFromText(const std::string& text, TIMEDATE& time) {
+  INTLFORMAT settings{};
+  OSGetIntlSettings(&settings, sizeof settings);
+  settings.Flags = timeFlags;
+  copySeparator(settings.DateString, '-');
+  copySeparator(settings.TimeString, ':');
+
+  // The library takes a writable text and may move the pointer to it.
+  std::string copy = text;
+  char* position = copy.data();
+  const STATUS status =
+      ConvertTextToTIMEDATE(&settings, &timeFormat, &position, timeTextSize, &time);
+  if (status != 0) throw DominoApiError(u"Could not create TIMEDATE: " + errorText(status));
+}
+
+bool readEnvironment(const std::string& name, std::string& value) {
+  TextBuffer<NOTES_ENVIRONMENT_SIZE> buffer{};
+  const BOOL known = OSGetEnvironmentString(name.c_str(), buffer.data(), NOTES_ENVIRONMENT_SIZE);
+  value = buffer.data();
+  return known != 0;
+}
+
+bool readEnvironmentWide(const std::string& name, std::u16string& value) {
+  std::string narrow;
+  const bool known = readEnvironment(name, narrow);
+  value = base::toWideFromLocal(narrow.c_str());
+  return known;
+}
+
+std::u16string dataDirectory() {
+  TextBuffer<NOTES_PATH_SIZE> buffer{};
+  OSGetDataDirectory(buffer.data());
+  return base::toWideFromLocal(buffer.data());
+}
+
+std::u16string executableDirectory() {
+  TextBuffer<NOTES_PATH_SIZE> buffer{};
+  OSGetExecutableDirectory(buffer.data());
+  return base::toWideFromUtf7(buffer.data());
+}
+
+}  // namespace notes::DominoApiTools

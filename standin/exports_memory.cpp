@@ -1,0 +1,37 @@
+// Memory blocks, and the address books, which come in one.
+#include <utility>
+
+#include "address_books.h"
+#include "exports.h"
+#include "guard.h"
+#include "session.h"
+#include "text.h"
+
+using namespace standin;
+
+void* NOTES_CALL OSLockObject(HANDLE block) {
+  return guardValue<void*>(nullptr, [&] { return session().blocks.address(block); });
+}
+
+BOOL NOTES_CALL OSUnlockObject(HANDLE block) {
+  return guardValue(BOOL{0}, [&] {
+    session().blocks.address(block);
+    return BOOL{1};
+  });
+}
+
+STATUS NOTES_CALL OSMemFree(HANDLE block) {
+  return guard([&] { session().blocks.free(block); });
+}
+
+STATUS NOTES_CALL NAMEGetAddressBooks(const char* server, WORD, WORD* count, WORD* length,
+                                      HANDLE* block) {
+  return guard([&] {
+    requireAll(count, length, block);
+    AddressBooks books = addressBooks(session().settings, textOrEmpty(server));
+    const auto bytes = static_cast<WORD>(books.block.size());
+    *block = books.count == 0 ? 0 : session().blocks.add(std::move(books.block));
+    *count = books.count;
+    *length = bytes;
+  });
+}

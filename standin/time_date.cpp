@@ -1,0 +1,58 @@
+#include "time_date.h"
+
+#include "status.h"
+
+namespace standin {
+namespace {
+
+using namespace std::chrono;
+
+constexpr std::int64_t julianDayOfEpoch = 2440588;  // of 1970-01-01
+constexpr DWORD dayMask = 0xFFFFFF;
+constexpr DWORD hundredthsOfDay = 24 * 60 * 60 * 100;
+
+sys_days dayOf(Moment moment) {
+  constexpr sys_days first = year{1} / January / 1;
+  constexpr sys_days last = year{9999} / December / 31;
+  const sys_days day = floor<days>(moment);
+  if (day < first || day > last) throw Failure(Status::impossibleTime);
+  return day;
+}
+
+}  // namespace
+
+Moment momentOf(const TIMEDATE& time) {
+  const DWORD hundredths = time.Innards[0];
+  if (hundredths >= hundredthsOfDay) throw Failure(Status::impossibleTime);
+  const std::int64_t day = std::int64_t{time.Innards[1] & dayMask} - julianDayOfEpoch;
+  const Moment moment = Moment(days(day)) + Moment::duration(hundredths);
+  dayOf(moment);
+  return moment;
+}
+
+TIMEDATE timeDateOf(Moment moment) {
+  const sys_days day = dayOf(moment);
+  return {{static_cast<DWORD>((moment - day).count()),
+           static_cast<DWORD>(day.time_since_epoch().count() + julianDayOfEpoch)}};
+}
+
+TIMEDATE currentTime() { return timeDateOf(floor<Moment::duration>(system_clock::now())); }
+
+void fillLocalParts(TIME& time, hours zone) {
+  const Moment local = momentOf(time.GM) - zone;
+  const sys_days day = dayOf(local);
+  const year_month_day date = day;
+  const hh_mm_ss clock(local - day);
+  time.year = int{date.year()};
+  time.month = static_cast<int32_t>(unsigned{date.month()});
+  time.day = static_cast<int32_t>(unsigned{date.day()});
+  time.weekday = static_cast<int32_t>(weekday(day).c_encoding()) + 1;  // 1 is Sunday
+  time.hour = static_cast<int32_t>(clock.hours().count());
+  time.minute = static_cast<int32_t>(clock.minutes().count());
+  time.second = static_cast<int32_t>(clock.seconds().count());
+  time.hundredth = static_cast<int32_t>(clock.subseconds().count());
+  time.dst = 0;
+  time.zone = static_cast<int32_t>(zone.count());
+}
+
+}  // namespace standin
