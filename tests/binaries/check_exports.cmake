@@ -1,0 +1,20 @@
+cmake_minimum_required(VERSION 3.25)
+
+# Compares the names that the library exports with the list of operations.
+file(READ ${LIST} list)
+string(REGEX MATCHALL "\n  X\\([^,()]+, [A-Za-z]+" operations "${list}")
+list(TRANSFORM operations REPLACE ".*, " "")
+list(SORT operations)
+list(LENGTH operations count)
+if(NOT count EQUAL 40)
+  message(FATAL_ERROR "the list has ${count} operations")
+endif()
+
+execute_process(COMMAND ${OBJDUMP} -p ${LIBRARY} OUTPUT_VARIABLE tables COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX REPLACE ".*\\[Ordinal/Name Pointer\\] Table" "" tables "${tables}")
+string(REGEX MATCHALL "\n\t\\[ *[0-9]+\\] [^ \n]+" entries "${tables}")
+list(TRANSFORM entries REPLACE ".*\\] " "")
+list(SORT entries)
+if(NOT entries STREQUAL operations)
+  message(FATAL_ERROR "exported: ${entries}\nexpected: ${operations}")
+endif()

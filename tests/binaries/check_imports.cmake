@@ -1,0 +1,17 @@
+cmake_minimum_required(VERSION 3.25)
+
+# A server has the system's own libraries and none of a compiler.
+set(system_libraries KERNEL32.dll msvcrt.dll)
+foreach(file IN LISTS FILES)
+  execute_process(COMMAND ${OBJDUMP} -p ${file} OUTPUT_VARIABLE tables COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX MATCHALL "DLL Name: [^\n]+" imports "${tables}")
+  if(NOT imports)
+    message(FATAL_ERROR "no import table found in ${file}")
+  endif()
+  foreach(import IN LISTS imports)
+    string(REPLACE "DLL Name: " "" import "${import}")
+    if(NOT import IN_LIST system_libraries)
+      message(FATAL_ERROR "${file} imports ${import}")
+    endif()
+  endforeach()
+endforeach()

@@ -1,0 +1,169 @@
+#include <gtest/gtest.h>
+
+#include "end_to_end/server_world.h"
+
+namespace {
+
+using test::contentOf;
+using test::masked;
+using test::ProcessResult;
+using test::ServerWorld;
+using test::TemporaryFolder;
+
+const std::string banner = "Quellbright Domino Module Diagnostics version 0.0.1.6b\n";
+constexpr int completed = 1;
+constexpr int notStarted = 0;
+
+// The lines of a console, whatever the target's line end is.
+std::string withLineFeeds(const std::string& output) { return masked(output, "\x01"); }
+
+std::string expectedFile(const std::string& name) {
+  return contentOf(std::string(SOURCE_FOLDER "/tests/end_to_end/expected/") + name);
+}
+
+TEST(Run, SampleServerGivesTheExpectedReportAndConsole) {
+  const ServerWorld server;
+  const ProcessResult result = server.run({"stdout"});
+  EXPECT_EQ(result.status, completed);
+  EXPECT_EQ(masked(result.output, server.root()), expectedFile("sample_console.txt"));
+  EXPECT_EQ(masked(server.report(), server.root()), expectedFile("sample_report.txt"));
+}
+
+TEST(Run, OnlyTheExactWordCopiesTheReportToTheConsole) {
+  const std::string console = expectedFile("sample_console.txt");
+  const std::string quiet = console.substr(0, console.find("SYSTEM"));
+  const std::vector<std::vector<std::string>> rows = {{}, {"STDOUT"}, {"x", "stdout"}};
+  for (const auto& arguments : rows) {
+    const ServerWorld server;
+    const ProcessResult result = server.run(arguments);
+    EXPECT_EQ(result.status, completed);
+    EXPECT_EQ(masked(result.output, server.root()), quiet);
+    EXPECT_EQ(masked(server.report(), server.root()), expectedFile("sample_report.txt"));
+  }
+}
+
+TEST(Start, UsageFollowsTheBannerWhenThereIsNoPath) {
+  const TemporaryFolder folder;
+  const ProcessResult result = test::runProgram({}, folder);
+  EXPECT_EQ(result.status, notStarted);
+  const std::string output = withLineFeeds(result.output);
+  const std::string program = output.substr(0, output.find(" <path"));
+  EXPECT_EQ(output.substr(0, banner.size() + 8), banner + "Syntax: ");
+  EXPECT_NE(program.find("qbdiagnostics"), std::string::npos);
+  EXPECT_EQ(output.substr(program.size()),
+            " <path to domino> [stdout]\n"
+            "The tool will create a diagnostic-file named VRX-DIAGNOSTIC<date>.log placed in the "
+            "quellbright-folder in the data-directory.\n"
+            "If the optional parameter \"stdout\" is given after the <path to domino>, output will "
+            "also be written to stdout.\n");
+}
+
+TEST(Start, EachFailureHasItsLineAndLeavesNothingBehind) {
+  const std::string incomplete = contentOf(BINARY_FOLDER "/incomplete_library/nnotes.dll");
+  const std::string standIn = contentOf(BINARY_FOLDER "/standin/nnotes.dll");
+  const struct {
+    std::string library;
+    std::string notesIni;
+    std::string expected;
+  } rows[] = {
+      {"", "[Notes]\n", "Unable to find nnotes.dll.\n"},
+      {"not a library", "[Notes]\n", "Unable to load nnotes.dll.\n"},
+      {incomplete, "[Notes]\n", "Unable to load nnotes.dll.\n"},
+      {standIn, "[Notes]\nKitType=2\n",
+       "Could not initialize notes: The file notes.ini has no variable Directory.\n"},
+  };
+  for (const auto& row : rows) {
+    const ServerWorld server;
+    std::filesystem::remove(server.program() / "nnotes.dll");
+    if (!row.library.empty()) test::writeFile(server.program() / "nnotes.dll", row.library);
+    test::writeFile(server.program() / "notes.ini", row.notesIni);
+    const ProcessResult result = server.run({"stdout"});
+    EXPECT_EQ(result.status, notStarted) << row.expected;
+    EXPECT_EQ(withLineFeeds(result.output), banner + row.expected);
+    EXPECT_FALSE(std::filesystem::exists(server.data() / "Quellbright")) << row.expected;
+  }
+  const TemporaryFolder folder;
+  EXPECT_EQ(withLineFeeds(test::runProgram({folder.text() + "/missing"}, folder).output),
+            banner + "Unable to find nnotes.dll.\n");
+}
+
+TEST(Start, AllArgumentsReachTheNotesLibrary) {
+  const ServerWorld server;
+  std::filesystem::rename(server.program() / "notes.ini", server.data() / "other.ini");
+  const ProcessResult result = server.run({"stdout", "=" + server.root() + "/data/other.ini"});
+  EXPECT_EQ(result.status, completed);
+  EXPECT_EQ(masked(server.report(), server.root()), expectedFile("sample_report.txt"));
+}
+
+TEST(Run, ValuesOfNotesIniPassThroughUtf7AndAreCutAt255Bytes) {
+  const ServerWorld server;
+  server.setNotesIni("ServerTasks=1+1=2 a+-b +AOk-\nEXTMGR_ADDINS=" + std::string(300, 'x') +
+                     ",qbsmtp.dll\nNSF_HOOKS=caf\xe9,qbrouter\nServerName=\n");
+  const ProcessResult result = server.run({"stdout"});
+  EXPECT_EQ(result.status, completed);
+  const std::string report = masked(server.report(), server.root());
+  EXPECT_NE(report.find("EXTMGR_ADDINS=" + std::string(255, 'x') + "\n"), std::string::npos);
+  EXPECT_NE(report.find(" a+b \xe9\n"), std::string::npos) << report;
+  EXPECT_NE(report.find("NSF_HOOKS=caf\xe9,qbrouter\n"), std::string::npos);
+  EXPECT_NE(report.find("qbsmtp.dll was not found in EXTMGR_ADDINS."), std::string::npos);
+  EXPECT_NE(result.output.find("NSF_HOOKS=caf\xc3\xa9,qbrouter"), std::string::npos)
+      << "the console shows wide text as UTF-8";
+}
+
+TEST(Run, CharacterAbove255EndsTheReportButNotTheRun) {
+  const ServerWorld server;
+  server.setNotesIni("ServerTasks=+IKw-\n");
+  const ProcessResult result = server.run({"stdout"});
+  EXPECT_EQ(result.status, completed);
+  const std::string report = masked(server.report(), server.root());
+  EXPECT_EQ(report.substr(report.find("SYSTEM")), "SYSTEM ENVIRONMENT:\n\t\t\t\t\tServerTasks=");
+  EXPECT_NE(result.output.find("ServerTasks=\xe2\x82\xac"), std::string::npos);
+  EXPECT_NE(result.output.find("FILE CHECK:"), std::string::npos);
+}
+
+TEST(Run, ReportThatCannotBeOpenedIsTriedAgainForEachLine) {
+  const ServerWorld server;
+  test::writeFile(server.data() / "Quellbright", "in the way");
+  const ProcessResult result = server.run();
+  EXPECT_EQ(result.status, completed);
+  const std::string path = "<server>/data//Quellbright\\Quellbright-DIAGNOSTIC-<time>.log\n";
+  const std::string failure = "<time>   VRX-DIAGNOSTIC: Could not open file: " + path;
+  EXPECT_EQ(masked(result.output, server.root()),
+            banner + failure + "Output from diagnostic is written to: " + path + failure + failure +
+                failure);
+  EXPECT_EQ(contentOf(server.data() / "Quellbright"), "in the way");
+}
+
+TEST(Run, ReportOfAServerWithoutDataDirectoryLandsAtTheRootOfTheDrive) {
+  const ServerWorld server;
+  std::filesystem::remove_all(server.data());
+  const ProcessResult result = server.run();
+  EXPECT_EQ(result.status, completed);
+  const std::string output = withLineFeeds(result.output);
+  const std::string line = "Output from diagnostic is written to: ";
+  const std::size_t name = output.find(line) + line.size();
+  ASSERT_EQ(output.substr(0, name), banner + line);
+  // The masked time hides the name of the file, so that it is taken from the output as it is.
+  const std::size_t begin = result.output.find("\\Quellbright-DIAGNOSTIC-");
+  ASSERT_NE(begin, std::string::npos);
+  const std::size_t end = result.output.find_first_of("\r\n", begin);
+  const std::filesystem::path file =
+      server.program().root_path() / result.output.substr(begin + 1, end - begin - 1);
+  EXPECT_NE(contentOf(file).find("STARTING LOG"), std::string::npos);
+  EXPECT_TRUE(std::filesystem::remove(file));
+}
+
+// The program directory is one shift sequence of UTF-7 that holds no character.
+TEST(Run, UnexpectedFailureEndsTheProcessAndKeepsTheLinesWrittenSoFar) {
+  const ServerWorld server;
+  server.setNotesIni("");
+  test::writeFile(server.program() / "notes.ini",
+                  "NotesProgram=+A\nDirectory=" + server.root() + "/data\n");
+  const ProcessResult result = server.run();
+  EXPECT_NE(result.status, completed);
+  EXPECT_NE(result.status, notStarted);
+  const std::string report = masked(server.report(), server.root());
+  EXPECT_TRUE(report.ends_with("nqbschd was not found in ServerTasks.\n")) << report;
+}
+
+}  // namespace
