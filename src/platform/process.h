@@ -7,7 +7,7 @@
 namespace platform {
 
 /// To be called first: from then on a crash or a library that does not load shows no dialog, and a
-/// console whose reader has gone does not end the process.
+/// console whose reader has gone, or that is closed, does no harm to the process or its files.
 void prepareProcess();
 
 std::uint32_t processNumber();

@@ -11,9 +11,10 @@ std::uint32_t processNumber() { return GetCurrentProcessId(); }
 std::uint32_t threadNumber() { return GetCurrentThreadId(); }
 
 std::tm localTime() {
-  const std::time_t now = std::time(nullptr);
+  // The forms with a 64-bit time: the plain one of a 32-bit program ends in 2038.
+  const __time64_t now = _time64(nullptr);
   std::tm parts{};
-  localtime_s(&parts, &now);
+  _localtime64_s(&parts, &now);
   return parts;
 }
 
