@@ -137,6 +137,7 @@ TEST(CodePages, Utf7DecodingDropsAndKeepsAsWindowsDoes) {
       {"+//!+AGE-"sv, u"!a"sv},
       {"+AGEAYg-+AGM-"sv, u"abc"sv},
       {"~\\"sv, u"~\\"sv},
+      {"+AA\xE9+-+6Q-"sv, u"\u00E9+\u000E"sv},
       {"+AGE="sv, u"a="sv},
       {"a\0+AOk\0-"sv, u"a\0\u00E9\0-"sv},
   };
@@ -252,7 +253,7 @@ TEST(CodePages, EveryCharacterSurvivesBothUnicodePages) {
     text += static_cast<char16_t>(c < 0x10000 ? c : 0xDC00 | (c & 0x3FF));
   }
   const std::string utf8 = wideToUtf8(text);
-  EXPECT_EQ(utf8.size(), 0x80u + 0x780u * 2 + (0xF800u - 0x800u) * 3 + 0x100000u * 4);
+  EXPECT_EQ(utf8.size(), 0x80U + 0x780U * 2 + (0xF800U - 0x800U) * 3 + 0x100000U * 4);
   EXPECT_TRUE(decoded(65001, true, utf8).text == text);
   EXPECT_TRUE(encoded(65001, text, nullptr).text == utf8);
   EXPECT_TRUE(decoded(65000, false, encoded(65000, text, nullptr).text).text == text);
@@ -262,7 +263,7 @@ TEST(CodePages, EveryCharacterSurvivesBothUnicodePages) {
 
 // Where a run of ASCII ends, and where the buffer does, must not depend on each other.
 TEST(CodePages, EachPlaceOfAnAccentAndEachLackOfRoomIsSeen) {
-  for (const std::uint32_t page : {0u, 28591u, 65000u, 65001u}) {
+  for (const std::uint32_t page : {0U, 28591U, 65000U, 65001U}) {
     for (std::size_t place = 0; place < 40; ++place) {
       std::u16string text(40, u'x');
       text[place] = u'\u00E9';
@@ -288,7 +289,7 @@ TEST(CodePages, NoUnitNeedsMoreThanTheMaximumCharacterSize) {
   for (const auto& [page, unit] : rows) {
     if (maximumCharacterSize(page) == 0) continue;  // not every system has all of them
     const Outcome<std::string> result = encoded(page, std::u16string(1, unit), nullptr);
-    EXPECT_EQ(result.error, 0u) << page;
+    EXPECT_EQ(result.error, 0U) << page;
     EXPECT_FALSE(result.text.empty()) << page;
   }
 }
@@ -299,13 +300,13 @@ TEST(CodePages, OtherPagesGiveAllOfTheTextAndRefuseMalformedBytes) {
   EXPECT_EQ(decoded(1255, true, "\xE0").text, u"\u05D0");  // a letter that a mark could follow
   for (const std::string_view bytes : {"\x82"sv, "a\x82"sv, "\x81\x7F"sv}) {
     EXPECT_EQ(decoded(932, true, bytes), (Outcome<std::u16string>{u"", errorNoUnicodeTranslation}));
-    EXPECT_EQ(decoded(932, false, bytes).error, 0u);
+    EXPECT_EQ(decoded(932, false, bytes).error, 0U);
   }
 }
 
 TEST(CodePages, PagesAndTextsThatNoConversionTakes) {
-  for (const std::uint32_t page : {1200u, 1201u, 12000u, 99999u}) {
-    EXPECT_EQ(maximumCharacterSize(page), 0u) << page;
+  for (const std::uint32_t page : {1200U, 1201U, 12000U, 99999U}) {
+    EXPECT_EQ(maximumCharacterSize(page), 0U) << page;
     EXPECT_EQ(decoded(page, false, "a").error, errorInvalidParameter) << page;
     EXPECT_EQ(encoded(page, u"a", nullptr, 4).error, errorInvalidParameter) << page;
   }

@@ -109,7 +109,7 @@ class Decoder {
     const auto unit = static_cast<unsigned char>(byte);
     if (closes && runIsEmpty_) out_.put('+');
     if (!closes) out_.put(unit);
-    if (inRun_ && unit < 0x80) bitCount_ = 0;
+    if (inRun_ && unit < 0x80 && !(closes && runIsEmpty_)) bitCount_ = 0;
     inRun_ = false;
   }
 

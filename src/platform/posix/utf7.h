@@ -14,7 +14,7 @@ namespace platform {
 Conversion encodeUtf7(std::u16string_view text, std::span<char> buffer);
 
 /// A byte above 7F is the unit of the same value; it ends a base64 run but keeps the bits left over
-/// from it for the next run.
+/// from it for the next run, also over a "+-".
 Conversion decodeUtf7(std::string_view text, std::span<char16_t> buffer);
 
 }  // namespace platform
