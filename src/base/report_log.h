@@ -18,7 +18,8 @@ namespace base {
 
 class ReportLog {
  public:
-  /// `logName` is the name in console lines; `timeFormat` has the notation of strftime. Lines of a
+  /// `logName` is the name in console lines; `timeFormat` has the notation of strftime, and
+  /// those directives that every system knows. Lines of a
   /// level above `level` are dropped. Opens nothing.
   ReportLog(std::u16string directory, std::u16string logPrefix, std::u16string extension,
             std::u16string logName, std::u16string timeFormat, int level, bool echoToConsole);

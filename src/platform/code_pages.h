@@ -3,8 +3,9 @@
 // The functions have the terms of the Windows calls of the same purpose: the caller provides the
 // buffer, malformed text is replaced unless checks are asked for, and a failure is a Windows error
 // number. On Windows they are those calls. Elsewhere the pages 65000, 65001, 28591 and 1252 (also
-// as page 0) give the results that Windows gives, byte for byte; every other page is what the
-// system's iconv makes of it, which differs from Windows for undefined bytes and has no best fit.
+// as page 0) give the results that Windows gives, byte for byte, where they fit the buffer; every
+// other page is what the system's iconv makes of it, which differs from Windows for undefined bytes
+// and has no best fit.
 #pragma once
 
 #include <cstddef>
@@ -22,9 +23,10 @@ inline constexpr std::uint32_t errorInvalidFlags = 1004;
 inline constexpr std::uint32_t errorNoUnicodeTranslation = 1113;
 
 struct Conversion {
-  std::size_t length;  ///< Units written; 0 if nothing was written or the conversion failed.
-  std::uint32_t
-      error;  ///< Why `length` is 0; also 0 where text that is well-formed enough has no units.
+  /// Units written; 0 if there were none or the conversion failed.
+  std::size_t length;
+  /// Why `length` is 0. 0 also where the text is in order and has no units.
+  std::uint32_t error;
 };
 
 /// The bytes that one character of `page` takes at most, or 0 if the system does not know the page.

@@ -16,10 +16,9 @@ namespace platform {
 /// True for a file as well as for a folder.
 bool fileExists(const std::u16string& path);
 
-enum class CreateFolderResult { created, exists, failed };
-
-/// Makes one folder; its parent must be there. A plain file of that name counts as `exists`.
-CreateFolderResult createFolder(const std::u16string& path);
+/// Makes one folder; its parent must be there. True if the name is taken afterwards, also by a
+/// plain file.
+bool createFolder(const std::u16string& path);
 
 /// Makes `path`, given as the process received it, the current directory.
 bool changeDirectory(const std::string& path);

@@ -51,11 +51,9 @@ bool fileExists(const std::u16string& path) {
   return native && ::stat(native->c_str(), &status) == 0;
 }
 
-CreateFolderResult createFolder(const std::u16string& path) {
+bool createFolder(const std::u16string& path) {
   const auto native = nativePath(path);
-  if (!native) return CreateFolderResult::failed;
-  if (::mkdir(native->c_str(), 0777) == 0) return CreateFolderResult::created;
-  return errno == EEXIST ? CreateFolderResult::exists : CreateFolderResult::failed;
+  return native && (::mkdir(native->c_str(), 0777) == 0 || errno == EEXIST);
 }
 
 bool changeDirectory(const std::string& path) {
@@ -82,7 +80,7 @@ std::vector<FolderEntry> listFolder(const std::string& pattern) {
     entries.push_back({name, S_ISDIR(status.st_mode)});
   }
   ::closedir(stream);
-  // The system's own order is that of its hash; Windows lists by name.
+  // The system's own order is that of its hash, which differs from run to run.
   std::sort(entries.begin(), entries.end(),
             [](const auto& left, const auto& right) { return left.name < right.name; });
   return entries;

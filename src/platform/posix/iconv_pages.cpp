@@ -20,7 +20,9 @@ char* writable(const char* text) {
 }
 
 // What iconv_open gives where it fails; a pointer by its type.
-const iconv_t notOpen = reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
+iconv_t notOpen() {
+  return reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
+}
 
 // One conversion from start to end: what is left to read and the room that is left.
 class Converter {
@@ -37,7 +39,7 @@ class Converter {
     if (isOpen()) iconv_close(handle_);
   }
 
-  bool isOpen() const { return handle_ != notOpen; }
+  bool isOpen() const { return handle_ != notOpen(); }
   std::size_t outLeft() const { return outLeft_; }
 
   /// Converts up to the end or the first obstacle; 0 or the errno that names it.

@@ -23,10 +23,8 @@ bool fileExists(const std::u16string& path) {
   return _wstat64(native(path), &status) == 0;
 }
 
-CreateFolderResult createFolder(const std::u16string& path) {
-  if (CreateDirectoryW(native(path), nullptr)) return CreateFolderResult::created;
-  return GetLastError() == ERROR_ALREADY_EXISTS ? CreateFolderResult::exists
-                                                : CreateFolderResult::failed;
+bool createFolder(const std::u16string& path) {
+  return CreateDirectoryW(native(path), nullptr) || GetLastError() == ERROR_ALREADY_EXISTS;
 }
 
 bool changeDirectory(const std::string& path) { return SetCurrentDirectoryA(path.c_str()) != 0; }
