@@ -3,6 +3,11 @@
 namespace replay::unicode {
 namespace {
 
+struct name_row {
+  codepage page;
+  const char* name;
+};
+
 // Names with odd pages and names given twice are settled values; of two rows for one name the first
 // counts.
 constexpr alias_row aliases[] = {
@@ -262,7 +267,6 @@ constexpr name_row names[] = {
 }  // namespace
 
 constinit const std::span<const alias_row> alias_rows = aliases;
-constinit const std::span<const name_row> name_rows = names;
 
 const std::map<std::string, codepage, std::less<>> codepage_aliases = [] {
   std::map<std::string, codepage, std::less<>> map;

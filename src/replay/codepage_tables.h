@@ -18,13 +18,8 @@ struct alias_row {
   codepage page;
 };
 
-struct name_row {
-  codepage page;
-  const char* name;
-};
-
+/// The rows that `codepage_aliases` is filled from, in order; the first of a name counts.
 extern const std::span<const alias_row> alias_rows;
-extern const std::span<const name_row> name_rows;
 
 /// The pages of normalised character set names.
 extern const std::map<std::string, codepage, std::less<>> codepage_aliases;

@@ -46,7 +46,7 @@ std::string format(const char* pattern, ...) {
     static_cast<void>(std::vsnprintf(text.data(), text.size() + 1, pattern, arguments));
   }
   va_end(arguments);
-  if (length < 0) throw std::invalid_argument("format() failed");
+  if (length < 0) throw std::length_error("format() failed");
   return text;
 }
 

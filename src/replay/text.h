@@ -9,7 +9,7 @@
 namespace replay {
 
 /// The text of a printf format and its arguments, of any length. Raises std::bad_alloc, and
-/// std::invalid_argument where the runtime library cannot format at all.
+/// std::length_error for a text of more than 2 GiB.
 [[gnu::format(printf, 1, 2)]] std::string format(const char* pattern, ...);
 
 /// Whether `text` begins with `prefix`, case included.

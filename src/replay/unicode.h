@@ -1,8 +1,8 @@
 // Conversion between UTF-16 text and narrow text in a named code page, and the names of code pages.
 //
-// A result is a new string, made only when the whole conversion has succeeded. Every failure is a
-// class of this namespace with an empty message; the two directions read the system's error numbers
-// differently, because only one of them has proved the page before it converts.
+// A result is a new string, made only when the whole conversion has succeeded. A failed conversion
+// is a class of this namespace with an empty message; the two directions read the system's error
+// numbers differently, because only one of them has proved the page before it converts.
 #pragma once
 
 #include <cstdint>

@@ -145,9 +145,9 @@ TEST(Unicode, PreferredNamesOfPages) {
 }
 
 TEST(Unicode, NoRowOfTheListsIsLost) {
-  EXPECT_EQ(alias_rows.size(), 107u);
-  EXPECT_EQ(codepage_aliases.size(), 104u);
-  EXPECT_EQ(codepage_names.size(), 140u);
+  EXPECT_EQ(alias_rows.size(), 107U);
+  EXPECT_EQ(codepage_aliases.size(), 104U);
+  EXPECT_EQ(codepage_names.size(), 140U);
   for (const auto& [name, page] : codepage_aliases) {
     EXPECT_EQ(codepage_of_name(name), page) << name << " is not in its normal form";
   }
