@@ -46,6 +46,7 @@ std::string wordsOf(STATUS status) {
 std::string initialise(std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), "program");
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size());
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   return wordsOf(library().NotesInitExtended(static_cast<int>(pointers.size()), pointers.data()));
 }
