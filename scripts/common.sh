@@ -42,10 +42,11 @@ build_preset() {
 
 # Lays out a fresh copy of the sample server in the folder $1, with the stand-in library $2.
 lay_out_sample_server() {
-  local folder=$1 library=$2
+  local folder=$1 library=$2 settings
   rm -rf "$folder"
   mkdir -p "$(dirname "$folder")"
   cp -r sample-server "$folder"
   cp "$library" "$folder/program/nnotes.dll"
-  sed -i "s|@SERVER@|$(cd "$folder" && pwd)|" "$folder/program/notes.ini"
+  settings=$(<"$folder/program/notes.ini")
+  printf '%s\n' "${settings//@SERVER@/"$(cd "$folder" && pwd)"}" >"$folder/program/notes.ini"
 }
