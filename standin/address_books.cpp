@@ -20,9 +20,13 @@ std::string fileOf(std::string_view book) {
 
 }  // namespace
 
-AddressBooks addressBooks(const NotesIni& settings, std::string_view server) {
-  if (!server.empty() && lowered(server) != lowered(settings.valueOrEmpty("ServerName")))
+void requireOwnServer(const NotesIni& settings, std::string_view server) {
+  if (!server.empty() && !equalNames(server, settings.valueOrEmpty("ServerName")))
     throw Failure(Status::unknownServer);
+}
+
+AddressBooks addressBooks(const NotesIni& settings, std::string_view server) {
+  requireOwnServer(settings, server);
   std::string names = settings.valueOrEmpty("Names");
   if (trimmed(names).empty()) names = "names.nsf";
 

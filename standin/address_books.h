@@ -18,6 +18,9 @@ struct AddressBooks {
   std::string block;  // the paths one after the other, each with a closing zero
 };
 
+/// Throws unknownServer unless `server` is empty or that of the settings.
+void requireOwnServer(const NotesIni& settings, std::string_view server);
+
 /// Throws unknownServer, pathTooLong, and addressBooksTooLong where a caller could not be told the
 /// number of books or the length of the block.
 AddressBooks addressBooks(const NotesIni& settings, std::string_view server);

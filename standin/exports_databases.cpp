@@ -1,30 +1,72 @@
-// Databases, formulas and searches: refused, since this build holds no documents.
+// Databases.
+#include <algorithm>
+#include <memory>
+#include <string>
+
+#include "database_path.h"
 #include "exports.h"
-#include "no_documents.h"
+#include "guard.h"
+#include "session.h"
+#include "text.h"
 
 using namespace standin;
 
-STATUS NOTES_CALL NSFDbOpen(const char*, DBHANDLE*) { return refuse(); }
+namespace {
 
-STATUS NOTES_CALL NSFDbOpenExtended(const char*, WORD, HANDLE, TIMEDATE*, DBHANDLE*, TIMEDATE*,
-                                    TIMEDATE*) {
-  return refuse();
+std::shared_ptr<Database> open(const char* path) {
+  Session& current = session();
+  return current.cache.open(databasePath(current.settings, current.dataDirectory, path));
 }
 
-STATUS NOTES_CALL NSFDbClose(DBHANDLE) { return refuse(); }
+}  // namespace
 
-STATUS NOTES_CALL NSFDbInfoGet(DBHANDLE, char*) { return refuse(); }
-
-void NOTES_CALL NSFDbInfoParse(char*, WORD, char*, WORD) {}
-
-STATUS NOTES_CALL NSFDbReplicaInfoGet(DBHANDLE, DBREPLICAINFO*) { return refuse(); }
-
-STATUS NOTES_CALL NSFFormulaCompile(const char*, WORD, const char*, WORD, FORMULAHANDLE*, WORD*,
-                                    STATUS*, WORD*, WORD*, WORD*, WORD*) {
-  return refuse();
+STATUS NOTES_CALL NSFDbOpen(const char* path, DBHANDLE* db) {
+  return guard([&] {
+    requireAll(path, db);
+    *db = session().databases.add(open(path));
+  });
 }
 
-STATUS NOTES_CALL NSFSearch(DBHANDLE, FORMULAHANDLE, const char*, WORD, WORD, TIMEDATE*,
-                            NSFSEARCHPROC, void*, TIMEDATE*) {
-  return refuse();
+STATUS NOTES_CALL NSFDbOpenExtended(const char* path, WORD, HANDLE, TIMEDATE*, DBHANDLE* db,
+                                    TIMEDATE* data_modified, TIMEDATE* non_data_modified) {
+  return guard([&] {
+    requireAll(path, db);
+    const std::shared_ptr<Database> database = open(path);
+    // A file has one time for all that is in it.
+    const TIMEDATE changed = timeDateOf(database->changed());
+    *db = session().databases.add(database);
+    if (data_modified != nullptr) *data_modified = changed;
+    if (non_data_modified != nullptr) *non_data_modified = changed;
+  });
+}
+
+STATUS NOTES_CALL NSFDbClose(DBHANDLE db) {
+  return guard([&] { session().databases.close(db); });
+}
+
+STATUS NOTES_CALL NSFDbInfoGet(DBHANDLE db, char* info) {
+  return guard([&] {
+    requireAll(info);
+    const Database& database = *session().databases.at(db);
+    std::fill_n(info, NOTES_DBINFO_SIZE, '\0');
+    copyText(database.info().title, info, NOTES_DBINFO_SIZE);
+  });
+}
+
+void NOTES_CALL NSFDbInfoParse(char* info, WORD what, char* buffer, WORD size) {
+  guard([&] {
+    requireAll(info, buffer);
+    // The title is all that the information holds.
+    const std::string title(info, std::find(info, info + NOTES_DBINFO_SIZE, '\0'));
+    copyText(what == INFOPARSE_TITLE ? title : std::string(), buffer, size);
+  });
+}
+
+STATUS NOTES_CALL NSFDbReplicaInfoGet(DBHANDLE db, DBREPLICAINFO* info) {
+  return guard([&] {
+    requireAll(info);
+    DBREPLICAINFO result{};
+    result.ID = session().databases.at(db)->info().replicaId;
+    *info = result;
+  });
 }

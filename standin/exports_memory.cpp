@@ -1,4 +1,4 @@
-// Memory blocks, and the address books, which come in one.
+// Memory blocks, and the address books, which come in one. Compiled formulas are freed like blocks.
 #include <utility>
 
 #include "address_books.h"
@@ -10,18 +10,23 @@
 using namespace standin;
 
 void* NOTES_CALL OSLockObject(HANDLE block) {
-  return guardValue<void*>(nullptr, [&] { return session().blocks.address(block); });
+  return guardValue<void*>(nullptr, [&] { return session().blocks.at(block).data(); });
 }
 
 BOOL NOTES_CALL OSUnlockObject(HANDLE block) {
   return guardValue(BOOL{0}, [&] {
-    session().blocks.address(block);
+    session().blocks.at(block);
     return BOOL{1};
   });
 }
 
 STATUS NOTES_CALL OSMemFree(HANDLE block) {
-  return guard([&] { session().blocks.free(block); });
+  return guard([&] {
+    if (session().formulas.contains(block))
+      session().formulas.close(block);
+    else
+      session().blocks.close(block);
+  });
 }
 
 STATUS NOTES_CALL NAMEGetAddressBooks(const char* server, WORD, WORD* count, WORD* length,

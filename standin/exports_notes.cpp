@@ -1,44 +1,76 @@
-// Notes and their items: refused, since this build holds no documents.
+// Notes and profile notes.
+#include <utility>
+
 #include "exports.h"
-#include "no_documents.h"
+#include "guard.h"
+#include "session.h"
 
 using namespace standin;
 
-STATUS NOTES_CALL NSFNoteCreate(DBHANDLE, NOTEHANDLE*) { return refuse(); }
+namespace {
 
-STATUS NOTES_CALL NSFNoteOpen(DBHANDLE, NOTEID, WORD, NOTEHANDLE*) { return refuse(); }
-
-STATUS NOTES_CALL NSFNoteUpdate(NOTEHANDLE, WORD) { return refuse(); }
-
-STATUS NOTES_CALL NSFNoteClose(NOTEHANDLE) { return refuse(); }
-
-STATUS NOTES_CALL NSFProfileOpen(DBHANDLE, const char*, WORD, const char*, WORD, BOOL,
-                                 NOTEHANDLE*) {
-  return refuse();
+ProfileName profileName(const char* profile, WORD profileLength, const char* user,
+                        WORD userLength) {
+  if (profileLength == 0) throw Failure(Status::noProfileName);
+  requireAll(profile);
+  if (userLength != 0) requireAll(user);
+  return {{profile, profileLength}, {userLength == 0 ? "" : user, userLength}};
 }
 
-STATUS NOTES_CALL NSFProfileUpdate(NOTEHANDLE, const char*, WORD, const char*, WORD) {
-  return refuse();
+}  // namespace
+
+STATUS NOTES_CALL NSFNoteCreate(DBHANDLE db, NOTEHANDLE* note) {
+  return guard([&] {
+    requireAll(note);
+    session().databases.at(db);
+    *note = session().notes.add({db, {}});
+  });
 }
 
-STATUS NOTES_CALL NSFItemInfo(NOTEHANDLE, const char*, WORD, void*, WORD*, void*, DWORD*) {
-  return refuse();
+STATUS NOTES_CALL NSFNoteOpen(DBHANDLE db, NOTEID id, WORD, NOTEHANDLE* note) {
+  return guard([&] {
+    requireAll(note);
+    const SharedNote found = session().databases.at(db)->notes().find(id);
+    if (found == nullptr) throw Failure(Status::noSuchNote);
+    *note = session().notes.add({db, *found});
+  });
 }
 
-WORD NOTES_CALL NSFItemGetText(NOTEHANDLE, const char*, char*, WORD) { return 0; }
+STATUS NOTES_CALL NSFNoteUpdate(NOTEHANDLE note, WORD) {
+  return guard([&] {
+    OpenNote& open = session().openNote(note);
+    if (open.note.profile.has_value()) throw Failure(Status::noteIsProfile);
+    session().databases.at(open.database)->write(open.note);
+  });
+}
 
-WORD NOTES_CALL NSFItemGetTextListEntries(NOTEHANDLE, const char*) { return 0; }
+STATUS NOTES_CALL NSFNoteClose(NOTEHANDLE note) {
+  return guard([&] { session().notes.close(note); });
+}
 
-WORD NOTES_CALL NSFItemGetTextListEntry(NOTEHANDLE, const char*, WORD, char*, WORD) { return 0; }
+STATUS NOTES_CALL NSFProfileOpen(DBHANDLE db, const char* profile, WORD profile_length,
+                                 const char* user, WORD user_length, BOOL, NOTEHANDLE* note) {
+  return guard([&] {
+    requireAll(note);
+    ProfileName name = profileName(profile, profile_length, user, user_length);
+    const SharedNote found = session().databases.at(db)->notes().find(name);
+    Note opened;
+    if (found == nullptr)
+      opened.profile = std::move(name);
+    else
+      opened = *found;
+    *note = session().notes.add({db, std::move(opened)});
+  });
+}
 
-BOOL NOTES_CALL NSFItemGetTime(NOTEHANDLE, const char*, TIMEDATE*) { return 0; }
-
-BOOL NOTES_CALL NSFItemGetNumber(NOTEHANDLE, const char*, NUMBER*) { return 0; }
-
-WORD NOTES_CALL NSFItemConvertToText(NOTEHANDLE, const char*, char*, WORD, char) { return 0; }
-
-STATUS NOTES_CALL NSFItemSetText(NOTEHANDLE, const char*, const char*, WORD) { return refuse(); }
-
-STATUS NOTES_CALL NSFItemSetTime(NOTEHANDLE, const char*, const TIMEDATE*) { return refuse(); }
-
-STATUS NOTES_CALL NSFItemSetNumber(NOTEHANDLE, const char*, const NUMBER*) { return refuse(); }
+STATUS NOTES_CALL NSFProfileUpdate(NOTEHANDLE note, const char* profile, WORD profile_length,
+                                   const char* user, WORD user_length) {
+  return guard([&] {
+    OpenNote& open = session().openNote(note);
+    if (!open.note.profile.has_value()) throw Failure(Status::noteIsNoProfile);
+    Note written = open.note;
+    written.profile = profileName(profile, profile_length, user, user_length);
+    session().databases.at(open.database)->write(written);
+    open.note = std::move(written);
+  });
+}

@@ -24,8 +24,9 @@ STATUS guard(Body body) noexcept {
   Status status = Status::success;
   try {
     body();
-  } catch (const Failure& failure) {
+  } catch (Failure& failure) {
     status = failure.status();
+    keepWords(failure);
   } catch (const std::bad_alloc&) {
     status = Status::outOfMemory;
   } catch (...) {

@@ -62,6 +62,12 @@ Session::Session(NotesIni read)
       programDirectory(programDirectoryOf(settings)),
       zone(zoneOf(settings)) {}
 
+OpenNote& Session::openNote(NOTEHANDLE handle) {
+  OpenNote& open = notes.at(handle);
+  if (!databases.contains(open.database)) throw Failure(Status::databaseOfNoteClosed);
+  return open;
+}
+
 void beginSession(int argumentCount, const char* const* arguments) {
   if (current.has_value()) throw Failure(Status::alreadyInitialised);
   current.emplace(NotesIni::read(settingsPath(argumentCount, arguments)));

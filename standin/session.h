@@ -5,12 +5,23 @@
 #pragma once
 
 #include <chrono>
+#include <memory>
 #include <string>
 
-#include "memory_blocks.h"
+#include "database.h"
+#include "formula.h"
+#include "handle_table.h"
+#include "note.h"
 #include "notes_ini.h"
 
 namespace standin {
+
+/// A note that a caller works on: a copy of its own, of which others know nothing until it is
+/// written.
+struct OpenNote {
+  DBHANDLE database;
+  Note note;
+};
 
 struct Session {
   /// Throws noDataDirectory or wrongTimezone.
@@ -20,7 +31,16 @@ struct Session {
   const std::string dataDirectory;     // without closing separator
   const std::string programDirectory;  // with closing separator
   const std::chrono::hours zone;       // hours west of GMT
-  MemoryBlocks blocks;
+
+  DatabaseCache cache;
+  HandleNumbers numbers;
+  HandleTable<std::string, Status::unknownBlock> blocks{numbers};
+  HandleTable<std::shared_ptr<Database>, Status::unknownDatabase> databases{numbers};
+  HandleTable<OpenNote, Status::unknownNote> notes{numbers};
+  HandleTable<Formula, Status::unknownFormula> formulas{numbers};
+
+  /// The note of a handle. Throws unknownNote and databaseOfNoteClosed.
+  OpenNote& openNote(NOTEHANDLE handle);
 };
 
 /// Begins the session with the notes.ini that an argument "=<path>" names, or else with that of the

@@ -4,10 +4,15 @@
 // prefix and mostly before a full stop of their own, so the words end without one.
 // STANDIN_STATUSES is the only place that tells numbers and words. Inside the library a call that
 // cannot be done throws Failure; guard.h makes the number of it at the boundary.
+//
+// A Failure may carry words of its own that tell more, such as the number of a line. They take the
+// place of those in the table from the moment of the failure until another one carries words: as
+// long as a caller needs who asks for the words of the status that it has just been given.
 #pragma once
 
 #include <exception>
 #include <string>
+#include <utility>
 
 #include "notes/abi.h"
 
@@ -31,7 +36,33 @@
   X(impossibleTime, 0x0402, "There is no such date or time of day") \
   X(unknownTimeFormat, 0x0403, "The library reads times only as date and time of day with all their parts") \
   X(unknownBlock, 0x0501, "The handle is not that of a memory block") \
-  X(noDocuments, 0x0601, "This build of the library holds no documents")
+  X(databaseMissing, 0x0601, "The database does not exist") \
+  X(databaseIsNoFile, 0x0602, "The path of the database leads to something that is not a file") \
+  X(databaseUnreadable, 0x0603, "The system does not let the library read the database") \
+  X(databaseUnwritable, 0x0604, "The system does not let the library write to the database") \
+  X(foreignFile, 0x0605, "The file is not a store of this library") \
+  X(lineDamaged, 0x0606, "A line of the database is damaged") \
+  X(noIdsLeft, 0x0607, "The database has given out its last note id") \
+  X(unknownDatabase, 0x0608, "The handle is not that of an open database") \
+  X(noSuchNote, 0x0701, "There is no such note in the database") \
+  X(unknownNote, 0x0702, "The handle is not that of an open note") \
+  X(databaseOfNoteClosed, 0x0703, "The database of the note is closed") \
+  X(noteIsProfile, 0x0704, "A profile note is written only by the operation for profiles") \
+  X(noteIsNoProfile, 0x0705, "The note is not a profile note") \
+  X(noProfileName, 0x0706, "A profile needs a name") \
+  X(noSuchItem, 0x0707, "There is no such item in the note") \
+  X(wrongItemName, 0x0708, "The name of an item is UTF-8 and not empty") \
+  X(noFiniteNumber, 0x0709, "An item cannot hold a number that is not finite") \
+  X(unknownFormula, 0x0801, "The handle is not that of a compiled formula") \
+  X(noSelect, 0x0802, "The formula does not begin with SELECT") \
+  X(unknownFunction, 0x0803, "The formula has a function that the library does not know") \
+  X(unexpectedText, 0x0804, "The formula has something that the library does not understand") \
+  X(textNotClosed, 0x0805, "A text in the formula has no closing quotation mark") \
+  X(conditionExpected, 0x0806, "The formula has a value where only a condition can stand") \
+  X(valueExpected, 0x0807, "The formula has a condition where only a value can stand") \
+  X(formulaTooDeep, 0x0808, "The formula is nested too deeply") \
+  X(formulaEnds, 0x0809, "The formula ends before it is complete") \
+  X(unknownSearch, 0x080A, "The library searches documents only, and without flags or a time to begin at")
 /* clang-format on */
 
 namespace standin {
@@ -44,12 +75,21 @@ enum class Status : STATUS {
 
 class Failure : public std::exception {
  public:
-  explicit Failure(Status status) : status_(status) {}
+  explicit Failure(Status status, std::string words = {})
+      : status_(status), words_(std::move(words)) {}
+
   Status status() const { return status_; }
+
+  /// The words of its own, which leave the object; mostly there are none.
+  std::string takeWords() noexcept { return std::move(words_); }
 
  private:
   Status status_;
+  std::string words_;
 };
+
+/// Makes the words that a failure carries, if it does, those of its status.
+void keepWords(Failure& failure) noexcept;
 
 /// The words of any status, its flag bits ignored; also of one that this library never gives out.
 std::string wordsOf(STATUS status);

@@ -16,6 +16,15 @@ WORD copyText(std::string_view text, char* buffer, std::size_t size);
 /// `text` with small letters for the capital ones of ASCII.
 std::string lowered(std::string_view text);
 
+/// `text` with capital letters for the small ones of ASCII.
+std::string raised(std::string_view text);
+
+/// True for texts that differ in the case of ASCII letters at most.
+bool equalNames(std::string_view left, std::string_view right);
+
+/// True for texts that are well-formed UTF-8: shortest forms only, no surrogates, up to U+10FFFF.
+bool isUtf8(std::string_view text);
+
 /// `text` without the blanks and tabs around it.
 std::string_view trimmed(std::string_view text);
 

@@ -1,6 +1,8 @@
 #include "time_text.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <iterator>
 
 #include "status.h"
@@ -52,6 +54,17 @@ class Reader {
   std::string_view rest_;
 };
 
+sys_days dayOf(year_month_day date) {
+  if (!date.ok()) throw Failure(Status::impossibleTime);
+  return date;
+}
+
+seconds clockOf(hours hour, minutes minute, seconds second) {
+  if (hour >= days(1) || minute >= hours(1) || second >= minutes(1))
+    throw Failure(Status::impossibleTime);
+  return hour + minute + second;
+}
+
 sys_days readDate(Reader& reader, const INTLFORMAT& settings) {
   const std::string_view mark = fieldText(settings.DateString);
   const bool yearFirst = (settings.Flags & DATE_YMD) != 0;
@@ -60,9 +73,7 @@ sys_days readDate(Reader& reader, const INTLFORMAT& settings) {
   const int middle = reader.number(1, 2);
   reader.mark(mark);
   const int last = yearFirst ? reader.number(1, 2) : reader.number(4, 4);
-  const year_month_day date = year(yearFirst ? first : last) / middle / (yearFirst ? last : first);
-  if (!date.ok()) throw Failure(Status::impossibleTime);
-  return date;
+  return dayOf(year(yearFirst ? first : last) / middle / (yearFirst ? last : first));
 }
 
 seconds readClock(Reader& reader, const INTLFORMAT& settings) {
@@ -71,10 +82,7 @@ seconds readClock(Reader& reader, const INTLFORMAT& settings) {
   reader.mark(mark);
   const minutes minute(reader.number(1, 2));
   reader.mark(mark);
-  const seconds second(reader.number(1, 2));
-  if (hour >= days(1) || minute >= hours(1) || second >= minutes(1))
-    throw Failure(Status::impossibleTime);
-  return hour + minute + second;
+  return clockOf(hour, minute, seconds(reader.number(1, 2)));
 }
 
 }  // namespace
@@ -113,6 +121,38 @@ TIMEDATE readTime(const INTLFORMAT& settings, const TFMT& format, std::string_vi
   reader.blanks();
   if (!reader.rest().empty()) throw Failure(Status::notATime);
   return timeDateOf(Moment(date) + clock + zone);
+}
+
+Moment momentFromIso(std::string_view text) {
+  Reader reader(text);
+  const std::array separators{"-", "-", "T", ":", ":"};
+  std::array<int, 6> parts{reader.number(4, 4)};
+  for (std::size_t i = 0; i < separators.size(); ++i) {
+    reader.mark(separators[i]);
+    parts[i + 1] = reader.number(2, 2);
+  }
+  int hundredths = 0;
+  if (reader.rest().starts_with('.')) {
+    reader.mark(".");
+    hundredths = reader.number(2, 2);
+  }
+  reader.mark("Z");
+  if (!reader.rest().empty()) throw Failure(Status::notATime);
+  const auto [y, m, d, hour, minute, second] = parts;
+  const seconds clock = clockOf(hours(hour), minutes(minute), seconds(second));
+  return momentOf(
+      timeDateOf(Moment(dayOf(year(y) / m / d)) + clock + Moment::duration(hundredths)));
+}
+
+std::string isoText(Moment moment) {
+  TIME time{};
+  time.GM = timeDateOf(moment);
+  fillLocalParts(time, hours(0));
+  std::array<char, NOTES_TIME_TEXT_SIZE> text{};
+  const int length =
+      std::snprintf(text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02d.%02dZ", time.year,
+                    time.month, time.day, time.hour, time.minute, time.second, time.hundredth);
+  return {text.data(), static_cast<std::size_t>(length)};
 }
 
 }  // namespace standin

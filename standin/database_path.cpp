@@ -1,0 +1,28 @@
+#include "database_path.h"
+
+#include "address_books.h"
+#include "network_path.h"
+#include "status.h"
+
+namespace standin {
+namespace {
+
+bool isSeparator(char c) { return c == '/' || c == '\\'; }
+
+// By the rules of both systems: a path keeps its meaning when it is carried from one to the other.
+bool isAbsolute(std::string_view path) {
+  return isSeparator(path.front()) || (path.size() > 1 && path[1] == ':');
+}
+
+}  // namespace
+
+std::string databasePath(const NotesIni& settings, const std::string& dataDirectory,
+                         std::string_view path) {
+  const NetworkPath parts = parsePath(path);
+  requireOwnServer(settings, parts.server);
+  if (parts.file.empty()) throw Failure(Status::databaseMissing);
+  if (isAbsolute(parts.file)) return std::string(parts.file);
+  return (dataDirectory + '/').append(parts.file);
+}
+
+}  // namespace standin

@@ -1,0 +1,79 @@
+#include "item_text.h"
+
+#include <array>
+#include <charconv>
+#include <cstdio>
+#include <numeric>
+
+#include "text.h"
+
+namespace standin {
+namespace {
+
+// Calls the member of `cases` that takes the type of the value.
+template <typename... Cases>
+struct Overloaded : Cases... {
+  using Cases::operator()...;
+};
+template <typename... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
+
+std::string numberText(double number) {
+  std::array<char, 32> digits{};
+  return {digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr};
+}
+
+std::string localText(Moment moment, std::chrono::hours zone) {
+  TIME time{};
+  time.GM = timeDateOf(moment);
+  fillLocalParts(time, zone);
+  std::array<char, NOTES_TIME_TEXT_SIZE> text{};
+  const int length =
+      std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", time.year,
+                    time.month, time.day, time.hour, time.minute, time.second);
+  return {text.data(), static_cast<std::size_t>(length)};
+}
+
+std::string joined(const TextList& entries, char separator) {
+  std::string text;
+  for (const std::string& entry : entries) {
+    if (&entry != &entries.front()) text += separator;
+    text += entry;
+  }
+  return text;
+}
+
+}  // namespace
+
+WORD typeOf(const ItemValue& value) {
+  return std::visit(
+      Overloaded{[](const std::string&) { return WORD{TYPE_TEXT}; },
+                 [](const TextList&) { return WORD{TYPE_TEXT_LIST}; },
+                 [](double) { return WORD{TYPE_NUMBER}; }, [](Moment) { return WORD{TYPE_TIME}; }},
+      value);
+}
+
+DWORD lengthOf(const ItemValue& value) {
+  constexpr std::size_t word = sizeof(WORD);
+  const auto ofList = [](const TextList& entries) {
+    return std::accumulate(entries.begin(), entries.end(), 2 * word,
+                           [](std::size_t sum, const auto& e) { return sum + word + e.size(); });
+  };
+  const std::size_t length =
+      std::visit(Overloaded{[](const std::string& text) { return word + text.size(); }, ofList,
+                            [](double) { return word + sizeof(NUMBER); },
+                            [](Moment) { return word + sizeof(TIMEDATE); }},
+                 value);
+  return static_cast<DWORD>(length);
+}
+
+std::string textOf(const ItemValue& value, char separator, std::chrono::hours zone) {
+  return std::visit(
+      Overloaded{[](const std::string& text) { return text; },
+                 [separator](const TextList& entries) { return joined(entries, separator); },
+                 [](double number) { return numberText(number); },
+                 [zone](Moment moment) { return localText(moment, zone); }},
+      value);
+}
+
+}  // namespace standin

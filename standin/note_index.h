@@ -1,0 +1,39 @@
+// The notes of a database as a load has found them: by id, and profile notes by their names.
+//
+// Notes are shared and never change: a note that is written again is another object in the same
+// place, so that what a search or a caller took out stays as it was.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "note.h"
+
+namespace standin {
+
+using SharedNote = std::shared_ptr<const Note>;
+
+class NoteIndex {
+ public:
+  /// Takes a note in; one of the same id gives way.
+  void put(Note note);
+
+  /// Both give null if there is none.
+  SharedNote find(NOTEID id) const;
+  SharedNote find(const ProfileName& name) const;
+
+  /// All notes but the profile notes, in the order of their ids.
+  std::vector<SharedNote> documents() const;
+
+  /// An id that is higher than all others. Throws noIdsLeft.
+  NOTEID nextId() const;
+
+ private:
+  std::map<NOTEID, SharedNote> notes_;
+  std::map<std::pair<std::string, std::string>, NOTEID> profiles_;
+};
+
+}  // namespace standin

@@ -1,0 +1,29 @@
+// One line of a store as what it says, and back. STORE.md describes the format.
+//
+// The only file of the library that knows JSON. It judges single lines; what a line that says
+// nothing means for the store is the caller's to know.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "note.h"
+
+namespace standin {
+
+struct DatabaseInfo {
+  std::string title;
+  TIMEDATE replicaId{};
+};
+
+/// What the first line of a store says, or nothing if it is no such line.
+std::optional<DatabaseInfo> readDatabaseLine(std::string_view line);
+
+/// The note of any other line, or nothing if it is not one in full.
+std::optional<Note> readNoteLine(std::string_view line);
+
+/// The line of a note, with its line feed.
+std::string noteLine(const Note& note);
+
+}  // namespace standin
