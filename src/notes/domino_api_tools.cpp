@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "notes/api.h"
+#include "notes/nsf_db_connection.h"
 #include "replay/text.h"
 
 namespace notes::DominoApiTools {
@@ -45,6 +46,22 @@ std::u16string replicaId(DBHANDLE db) {
   }
   const std::string digits = replay::format("%08X%08X", info.ID.Innards[1], info.ID.Innards[0]);
   return base::toWideFromLocal(digits.c_str());
+}
+
+std::u16string directoryReplicaId() {
+  const auto failure = [](const base::Error& error) {
+    return DominoApiToolsError(u"Could not get replicaid from names.nsf: " + error.message());
+  };
+  try {
+    NsfDbConnection connection("names.nsf");
+    std::u16string id = replicaId(connection.handle());
+    connection.close();
+    return id;
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw failure(error);
+  } catch (const DominoApiToolsError& error) {
+    throw failure(error);
+  }
 }
 
 void timeDateFromText(const std::string& text, TIMEDATE& time) {

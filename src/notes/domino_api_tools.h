@@ -31,6 +31,9 @@ std::string errorTextNarrow(STATUS status);
 /// Raises DominoApiToolsError.
 std::u16string replicaId(DBHANDLE db);
 
+/// The replica id of the server's directory, "names.nsf". Raises DominoApiToolsError.
+std::u16string directoryReplicaId();
+
 /// The moment that a text of the form "2012-05-30 14:07:00" tells in local time, whatever the
 /// server's own settings are. Raises DominoApiError.
 void timeDateFromText(const std::string& text, TIMEDATE& time);

@@ -1,0 +1,52 @@
+// One open Notes database, for the length of one operation.
+//
+// The rest of the program never holds a database handle of its own: it makes a local connection,
+// asks it for the handle and lets it close. A connection is never shared and never reopened, so
+// what looks like one action usually opens several in a row.
+#pragma once
+
+#include <string>
+
+#include "base/error.h"
+#include "notes/abi.h"
+
+namespace notes {
+
+/// The database of all the add-on's documents, relative to the Notes data directory.
+inline constexpr const char* configurationDatabase = "QBConf.nsf";
+
+class NsfDbConnection {
+ public:
+  class DbConnectionError : public base::Error {
+   public:
+    using Error::Error;
+  };
+
+  /// Opens the database at `path`, as the Notes library takes paths. Raises DbConnectionError.
+  explicit NsfDbConnection(const std::string& path);
+
+  /// Takes over a database that is open already.
+  explicit NsfDbConnection(DBHANDLE open);
+
+  NsfDbConnection(const NsfDbConnection&) = delete;
+  NsfDbConnection& operator=(const NsfDbConnection&) = delete;
+
+  /// Closes, if that has not happened. Raises DbConnectionError, so that a failed close is a
+  /// failure of the operation; not while another failure is on its way out, which then goes on
+  /// alone.
+  ~NsfDbConnection() noexcept(false);
+
+  /// Raises DbConnectionError if the connection is closed.
+  DBHANDLE handle() const;
+
+  /// Does nothing where it has been done. Raises DbConnectionError, and the database still counts
+  /// as open, so that the destructor tries once more.
+  void close();
+
+ private:
+  DBHANDLE hDb_ = 0;
+  bool isOpen_ = false;
+  int failuresAtConstruction_;
+};
+
+}  // namespace notes
