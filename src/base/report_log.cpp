@@ -115,4 +115,14 @@ void ReportLog::startOverAtLimit() {
   if (file_.position() >= maxFileSize_) file_.moveTo(0);
 }
 
+void writeReportFirst(ReportLog& report, bool toConsole, const std::u16string& text) {
+  if (report.isEnabled(ordinaryLevel)) report.write(text);
+  if (toConsole) platform::printLine(text);
+}
+
+void writeConsoleFirst(ReportLog& report, bool toConsole, const std::u16string& text) {
+  if (toConsole) platform::printLine(text);
+  if (report.isEnabled(ordinaryLevel)) report.write(text);
+}
+
 }  // namespace base

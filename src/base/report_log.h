@@ -61,4 +61,9 @@ class ReportLog {
   int level_;
 };
 
+/// The two orders in which a step of the run writes a text to the report and, if `toConsole`, to
+/// the console. Each step has its own; support people see it when a run ends in between.
+void writeReportFirst(ReportLog& report, bool toConsole, const std::u16string& text);
+void writeConsoleFirst(ReportLog& report, bool toConsole, const std::u16string& text);
+
 }  // namespace base

@@ -1,0 +1,58 @@
+#include "configuration/quellbright_translation.h"
+
+#include <vector>
+
+#include "notes/domino_api_tools.h"
+#include "notes/note_handles.h"
+#include "notes/nsf_db_connection.h"
+#include "notes/nsf_note.h"
+
+namespace configuration {
+namespace {
+
+using notes::NsfDbConnection;
+using notes::NsfNote;
+using notes::ProfileNoteHandle;
+
+constexpr const char* languageProfile = "qblanguage";
+
+// An entry without "=" is a key of its whole length, and its own text.
+std::u16string keyOf(const std::u16string& entry) { return entry.substr(0, entry.find(u'=')); }
+std::u16string textOf(const std::u16string& entry) { return entry.substr(entry.find(u'=') + 1); }
+
+std::u16string lookUp(const std::string& section, const std::u16string& key,
+                      const std::u16string& fallback) {
+  NsfDbConnection connection(notes::configurationDatabase);
+  const ProfileNoteHandle profile(connection, languageProfile);
+  const NsfNote note(profile.handle());
+  if (!note.hasValue(section)) return fallback;
+  std::vector<std::u16string> entries;
+  note.getTextList(section, entries, true);
+  for (const std::u16string& entry : entries) {
+    if (keyOf(entry) == key) return textOf(entry);
+  }
+  return fallback;
+}
+
+}  // namespace
+
+std::u16string QuellbrightTranslation::translate(const std::string& section,
+                                                 const std::u16string& key,
+                                                 const std::u16string& fallback) {
+  using Error = QuellbrightTranslationError;
+  try {
+    return lookUp(section, key, fallback);
+  } catch (const notes::DominoApiTools::DominoApiError& error) {
+    throw Error(u"Domino API Error: " + error.message());
+  } catch (const ProfileNoteHandle::ProfileNoteHandleError& error) {
+    throw Error(u"ProfileNote error" + error.message());
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw Error(u"DbConnection error: " + error.message());
+  } catch (const NsfNote::NsfNoteInvalidItemType& error) {
+    throw Error(u"Nsf Note error: " + error.message());
+  } catch (const NsfNote::NsfNoteItemNotPresent& error) {
+    throw Error(u"Could not find section: " + error.message());
+  }
+}
+
+}  // namespace configuration

@@ -1,0 +1,183 @@
+#include "documents/event_store.h"
+
+#include "base/text.h"
+#include "configuration/quellbright_translation.h"
+#include "documents/server_profile.h"
+#include "notes/api.h"
+#include "notes/domino_api_tools.h"
+#include "notes/formula_search.h"
+#include "notes/note_handles.h"
+#include "notes/nsf_db_connection.h"
+#include "notes/nsf_note.h"
+
+namespace documents {
+namespace {
+
+using configuration::QuellbrightTranslation;
+using notes::FormulaSearch;
+using notes::NoteHandle;
+using notes::NsfDbConnection;
+using notes::NsfNote;
+using notes::DominoApiTools::DominoApiError;
+using notes::DominoApiTools::DominoApiToolsError;
+using notes::DominoApiTools::errorText;
+
+struct CategoryTexts {
+  EventCategory category;
+  const char16_t* internalName;  // the key of the language text
+  const char16_t* displayName;   // shown where there is no language text
+};
+
+constexpr CategoryTexts categoryTexts[] = {
+    {EventCategory::nabImport, u"nab_import", u"User Import"},
+    {EventCategory::userSync, u"user_sync", u"User Synchronization"},
+    {EventCategory::softwareUpdate, u"software_update", u"Software Updates"},
+};
+
+std::u16string categoryText(EventCategory category) {
+  const CategoryTexts* row = categoryTexts;
+  while (row->category != category) ++row;
+  try {
+    std::u16string text =
+        QuellbrightTranslation::translate("vrxqbevent", row->internalName, row->displayName);
+    if (!text.empty()) return text;
+  } catch (const QuellbrightTranslation::QuellbrightTranslationError&) {
+    // An event without its language text is worth more than none.
+  }
+  return row->displayName;
+}
+
+void writeEvent(const std::u16string& server, EventCategory category,
+                const std::u16string& message) {
+  NsfDbConnection connection(notes::configurationDatabase);
+  NOTEHANDLE created = 0;
+  const STATUS status = notes::NSFNoteCreate(connection.handle(), &created);
+  if (status != 0) {
+    throw DominoApiError(u"NsfNoteCreate failed with error: " + errorText(status));
+  }
+  {
+    NoteHandle handle(created);
+    NsfNote note(handle.handle());
+    note.setTextNarrow("Form", "qbEvent");
+    note.setTextNarrow("Subject", "Quellbright Event");
+    note.setTimeNow("reported");
+    note.setText("Server", server);
+    note.setNumber("category", static_cast<NUMBER>(category));
+    note.setText("category_text", categoryText(category));
+    note.setText("event", message);
+    handle.update();
+  }
+  connection.close();
+}
+
+VrxEvent readEvent(NOTEID id) {
+  NsfDbConnection connection(notes::configurationDatabase);
+  VrxEvent event;
+  {
+    const NoteHandle handle(connection, id);
+    const NsfNote note(handle.handle());
+    event.categoryText = note.getTextOrEmpty("category_text");
+    event.eventText = note.getTextOrEmpty("event");
+    event.reported = base::toWideFromLocal(note.getTimeTextOrEmpty("reported").c_str());
+  }
+  connection.close();
+  return event;
+}
+
+}  // namespace
+
+void createTestEvents(base::ReportLog& report, bool writeToConsole) {
+  const auto fail = [&](const base::Error& error) {
+    writeConsoleFirst(report, writeToConsole, u"Create event error: " + error.message());
+  };
+  writeConsoleFirst(report, writeToConsole, u"Creating quellbright test events.");
+  try {
+    std::u16string server;
+    currentServerName(server);
+    createEvent(server, EventCategory::nabImport,
+                u"This is a testmessage in the NABImport-category.");
+    createEvent(server, EventCategory::softwareUpdate,
+                u"This is a testmessage in the softwareupdate-category.");
+    createEvent(server, EventCategory::userSync,
+                u"This is a testmessage in the Usersync-category.");
+  } catch (const CreateEventError& error) {
+    fail(error);
+  } catch (const DominoApiToolsError& error) {
+    fail(error);
+  } catch (const DominoApiError& error) {
+    fail(error);
+  }
+  writeConsoleFirst(report, writeToConsole, u"Done creating quellbright test events.");
+}
+
+void createEvent(const std::u16string& server, EventCategory category,
+                 const std::u16string& message) {
+  try {
+    writeEvent(server, category, message);
+  } catch (const NoteHandle::NoteHandleError& error) {
+    throw CreateEventError(u"Could not open or close notehandle: " + error.message());
+  } catch (const NsfNote::DominoApiError& error) {
+    throw CreateEventError(u"NsfNoteError: " + error.message());
+  } catch (const NsfNote::NsfNoteError& error) {
+    throw CreateEventError(u"NsfNoteError: " + error.message());
+  } catch (const DominoApiError& error) {
+    throw CreateEventError(error.message());
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw CreateEventError(u"DBconecction failed: " + error.message());
+  }
+}
+
+void showEvents(base::ReportLog& report, bool writeToConsole) {
+  writeConsoleFirst(report, writeToConsole, u"Testing Get VRX events:");
+  try {
+    std::vector<VrxEvent> events;
+    getVrxEvents(events);
+    for (const VrxEvent& event : events) {
+      writeConsoleFirst(report, writeToConsole, eventLine(event));
+    }
+  } catch (const GetVrxEventsError& error) {
+    writeConsoleFirst(report, writeToConsole, u"Error Testing Get VRX events: " + error.message());
+  }
+  writeConsoleFirst(report, writeToConsole, u"Done Testing Get VRX events.");
+}
+
+void getVrxEvents(std::vector<VrxEvent>& events) {
+  try {
+    // It does no work: it proves that the database opens.
+    NsfDbConnection connection(notes::configurationDatabase);
+    FormulaSearch search(notes::configurationDatabase, "SELECT Form=\"qbEvent\"");
+    search.search();
+    for (std::size_t index = 0; index < search.count(); ++index) {
+      try {
+        loadEvent(search.noteId(index), events);
+      } catch (const InsertVrxEventError& error) {
+        events.push_back({u"Insert Error", error.message(), u"Now"});
+      }
+    }
+    connection.close();
+  } catch (const FormulaSearch::FormulaSearchError& error) {
+    throw GetVrxEventsError(u"Formula Error: " + error.message());
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw GetVrxEventsError(u"NsfDbConnection Error: " + error.message());
+  }
+}
+
+void loadEvent(NOTEID id, std::vector<VrxEvent>& events) {
+  try {
+    events.push_back(readEvent(id));
+  } catch (const NsfNote::NsfNoteError& error) {
+    throw InsertVrxEventError(u"NsfNote Error: " + error.message());
+  } catch (const NsfNote::DominoApiError& error) {
+    throw InsertVrxEventError(u"Domino API Error: " + error.message());
+  } catch (const NoteHandle::NoteHandleError& error) {
+    throw InsertVrxEventError(u"NoteHandle Error: " + error.message());
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw InsertVrxEventError(u"NsfDbConnection Error: " + error.message());
+  }
+}
+
+std::u16string eventLine(const VrxEvent& event) {
+  return event.reported + u" [" + event.categoryText + u"] " + event.eventText;
+}
+
+}  // namespace documents

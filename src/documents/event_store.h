@@ -1,0 +1,60 @@
+// The event documents of the configuration database: what happened to the add-on, one note each.
+//
+// The run writes three test events, one for each category, and then lists all events. Both steps
+// write for themselves, the console first, and report what fails as a line of their section.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "base/error.h"
+#include "base/report_log.h"
+#include "notes/abi.h"
+
+namespace documents {
+
+class CreateEventError : public base::Error {
+ public:
+  using Error::Error;
+};
+
+class GetVrxEventsError : public base::Error {
+ public:
+  using Error::Error;
+};
+
+class InsertVrxEventError : public base::Error {
+ public:
+  using Error::Error;
+};
+
+/// The categories, by the number that is stored on the note.
+enum class EventCategory : std::uint8_t { nabImport = 3, userSync = 4, softwareUpdate = 5 };
+
+/// One event as it was read.
+struct VrxEvent {
+  std::u16string categoryText;
+  std::u16string eventText;
+  std::u16string reported;  ///< In the library's own form of a time.
+};
+
+void createTestEvents(base::ReportLog& report, bool writeToConsole);
+
+/// Writes one event. Raises CreateEventError.
+void createEvent(const std::u16string& server, EventCategory category,
+                 const std::u16string& message);
+
+void showEvents(base::ReportLog& report, bool writeToConsole);
+
+/// Adds all events in the order of the search; one that cannot be read has a placeholder. Raises
+/// GetVrxEventsError.
+void getVrxEvents(std::vector<VrxEvent>& events);
+
+/// Adds one event. Raises InsertVrxEventError.
+void loadEvent(NOTEID id, std::vector<VrxEvent>& events);
+
+/// The line that shows an event.
+std::u16string eventLine(const VrxEvent& event);
+
+}  // namespace documents

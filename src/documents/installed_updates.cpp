@@ -1,0 +1,93 @@
+#include "documents/installed_updates.h"
+
+#include "base/text.h"
+#include "notes/domino_api_tools.h"
+#include "notes/formula_search.h"
+#include "notes/note_handles.h"
+#include "notes/nsf_db_connection.h"
+#include "notes/nsf_note.h"
+
+namespace documents {
+namespace {
+
+using notes::FormulaSearch;
+using notes::NoteHandle;
+using notes::NsfDbConnection;
+using notes::NsfNote;
+
+constexpr int sectionDepth = 5;
+
+InstalledUpdate readUpdate(NOTEID id) {
+  NsfDbConnection connection(notes::configurationDatabase);
+  InstalledUpdate update;
+  {
+    const NoteHandle handle(connection, id);
+    const NsfNote note(handle.handle());
+    update.item = note.getTextOrEmpty("install_item");
+    update.version = note.getTextOrEmpty("update_version");
+    update.server = note.getTextOrEmpty("installed_on_server");
+    update.date = base::toWideFromUtf8(note.getTimeTextOrEmpty("installed_date"));
+  }
+  connection.close();
+  return update;
+}
+
+}  // namespace
+
+void InstalledUpdates::load() {
+  try {
+    // It does no work: it proves that the database opens.
+    NsfDbConnection connection(notes::configurationDatabase);
+    FormulaSearch search(notes::configurationDatabase, "SELECT Form=\"qbinstallationupdatenote\"");
+    search.search();
+    for (std::size_t index = 0; index < search.count(); ++index) loadUpdate(search.noteId(index));
+    connection.close();
+  } catch (const FormulaSearch::FormulaSearchError& error) {
+    throw InstalledUpdatesError(u"Could not complete formula search:  " + error.message());
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw InstalledUpdatesError(u"Could not open or close database connection:  " +
+                                error.message());
+  } catch (const InstalledUpdateLoadError& error) {
+    throw InstalledUpdatesError(u"Could not load updateitem:  " + error.message());
+  }
+}
+
+void InstalledUpdates::loadUpdate(NOTEID id) {
+  try {
+    updates_.push_back(readUpdate(id));
+  } catch (const notes::DominoApiTools::DominoApiError& error) {
+    throw InstalledUpdateLoadError(error.message());
+  } catch (const NsfNote::NsfNoteError& error) {
+    throw InstalledUpdateLoadError(error.message());
+  } catch (const NoteHandle::NoteHandleError& error) {
+    throw InstalledUpdateLoadError(error.message());
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw InstalledUpdateLoadError(error.message());
+  }
+}
+
+std::u16string InstalledUpdates::print(int depth) const {
+  const std::u16string outer = u"\n" + std::u16string(static_cast<std::size_t>(depth), u'\t');
+  const std::u16string inner = outer + u"\t";
+  std::u16string text = u"INSTALLED UPDATES:";
+  for (const InstalledUpdate& update : updates_) {
+    text.append(outer).append(update.server);
+    text.append(inner).append(u"Date:\t\t").append(update.date);
+    text.append(inner).append(u"Item:\t\t").append(update.item);
+    text.append(inner).append(u"Version:\t").append(update.version);
+  }
+  return text;
+}
+
+void showInstalledUpdates(base::ReportLog& report, bool writeToConsole) {
+  writeConsoleFirst(report, writeToConsole, u"SEARCHING FOR INSTALLED UPDATES...");
+  try {
+    InstalledUpdates updates;
+    updates.load();
+    writeConsoleFirst(report, writeToConsole, updates.print(sectionDepth));
+  } catch (const InstalledUpdates::InstalledUpdatesError& error) {
+    writeConsoleFirst(report, writeToConsole, error.message());
+  }
+}
+
+}  // namespace documents

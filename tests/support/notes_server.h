@@ -1,0 +1,68 @@
+// A running stand-in library over a server folder of the test's own.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "notes/api.h"
+#include "platform/files.h"
+#include "support/notes_recorder.h"
+#include "support/temporary_folder.h"
+
+namespace test {
+
+class NotesServer : public testing::Test {
+ protected:
+  /// A server "mail" in GMT whose configuration database holds `notes`, lines of its file.
+  void start(const std::string& notes) {
+    writeDatabase("QBConf.nsf", notes);
+    writeFile(folder_.path() / "notes.ini", "Directory=" + folder_.text() + "\nServerName=mail\n");
+    loadStandIn();
+    std::string program = "test";
+    std::string settings = "=" + folder_.text() + "/notes.ini";
+    char* arguments[] = {program.data(), settings.data(), nullptr};
+    ASSERT_EQ(notes::NotesInitExtended(2, arguments), 0);
+    recorder().calls.clear();
+    recorder().counts.clear();
+  }
+
+  void TearDown() override {
+    recorder() = {};
+    if (notes::api.NotesTerm != nullptr) notes::NotesTerm();
+  }
+
+  void writeDatabase(const std::string& name, const std::string& notes) const {
+    writeFile(folder_.path() / name,
+              "{\"database\":{\"title\":\"T\",\"replica\":\"001234560000ABCD\"}}\n" + notes);
+  }
+
+  std::string database() const { return contentOf(folder_.path() / "QBConf.nsf"); }
+
+  static NotesRecorder& recorder() { return NotesRecorder::instance(); }
+
+  /// Fails the call of that name and number, and with number 0 all of that name.
+  static void fail(const std::string& operation, int number) {
+    recorder() = {};
+    recorder().fails = [=](const std::string& called, int count) {
+      return called == operation && (number == 0 || count == number);
+    };
+  }
+
+  const TemporaryFolder folder_;
+
+ private:
+  static void loadStandIn() {
+    static const bool loaded = [] {
+      const std::filesystem::path before = std::filesystem::current_path();
+      platform::changeDirectory(BINARY_FOLDER "/standin");
+      const bool result = notes::loadNotesLibrary("nnotes.dll");
+      std::filesystem::current_path(before);
+      return result;
+    }();
+    ASSERT_TRUE(loaded);
+    NotesRecorder::install();
+  }
+};
+
+}  // namespace test
