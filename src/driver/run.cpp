@@ -8,6 +8,10 @@
 #include "base/paths.h"
 #include "base/report_log.h"
 #include "base/text.h"
+#include "documents/customer_profile.h"
+#include "documents/event_store.h"
+#include "documents/installed_updates.h"
+#include "documents/server_profile.h"
 #include "driver/environment_checks.h"
 #include "notes/api.h"
 #include "notes/domino_api_tools.h"
@@ -65,37 +69,33 @@ std::u16string makeReportDirectory() {
   return dataDirectory + u"//Quellbright";
 }
 
-// The steps of a run that has a report.
-class Steps {
- public:
-  Steps(ReportLog& report, bool writeToConsole) : report_(report), console_(writeToConsole) {}
+void reportEnvironment(ReportLog& report, bool writeToConsole) {
+  std::string text;
+  systemEnvironmentText(environmentNames(), text, sectionIndent);
+  writeReportFirst(report, writeToConsole, base::toWideFromUtf7(text.c_str()));
+  dominoEnvironmentText(environmentChecks(), text, sectionIndent);
+  writeReportFirst(report, writeToConsole, base::toWideFromUtf7(text.c_str()));
+}
 
-  void environment() {
-    std::string text;
-    systemEnvironmentText(environmentNames(), text, sectionIndent);
-    say(base::toWideFromUtf7(text.c_str()));
-    dominoEnvironmentText(environmentChecks(), text, sectionIndent);
-    say(base::toWideFromUtf7(text.c_str()));
+void reportFiles(ReportLog& report, bool writeToConsole) {
+  const std::u16string dataDirectory = DominoApiTools::dataDirectory();
+  const std::u16string executableDirectory = DominoApiTools::executableDirectory();
+  std::u16string text;
+  fileCheckText(checkedFiles(executableDirectory, dataDirectory), text, sectionIndent);
+  writeReportFirst(report, writeToConsole, text);
+}
+
+// Both documents are read anew for the console, and only once both stand in the report.
+void reportProfiles(ReportLog& report, bool writeToConsole) {
+  if (report.isEnabled(ordinaryLevel)) {
+    report.write(documents::customerProfileText());
+    report.write(documents::serverProfileText());
   }
-
-  void files() {
-    const std::u16string dataDirectory = DominoApiTools::dataDirectory();
-    const std::u16string executableDirectory = DominoApiTools::executableDirectory();
-    std::u16string text;
-    fileCheckText(checkedFiles(executableDirectory, dataDirectory), text, sectionIndent);
-    say(text);
+  if (writeToConsole) {
+    printLine(documents::customerProfileText());
+    printLine(documents::serverProfileText());
   }
-
- private:
-  // Reports a text: in the report first, then on the console.
-  void say(const std::u16string& text) {
-    if (report_.isEnabled(ordinaryLevel)) report_.write(text);
-    if (console_) printLine(text);
-  }
-
-  ReportLog& report_;
-  bool console_;
-};
+}
 
 }  // namespace
 
@@ -114,9 +114,12 @@ ExitStatus run(int argc, char** argv) {
   report.open();
   printLine(u"Output from diagnostic is written to: " + report.fileName());
 
-  Steps steps(report, writeToConsole);
-  steps.environment();
-  steps.files();
+  reportEnvironment(report, writeToConsole);
+  reportFiles(report, writeToConsole);
+  reportProfiles(report, writeToConsole);
+  documents::showInstalledUpdates(report, writeToConsole);
+  documents::createTestEvents(report, writeToConsole);
+  documents::showEvents(report, writeToConsole);
 
   // The library goes down while the report is still open, so that its last words could be told.
   notes::NotesTerm();

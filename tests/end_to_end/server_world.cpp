@@ -52,6 +52,11 @@ std::string masked(std::string text, const std::string& root) {
   replaceAll(text, "\r\n", "\n");
   text =
       std::regex_replace(text, std::regex("\\d\\d-\\d\\d-\\d{4} \\d\\d:\\d\\d:\\d\\d"), "<time>");
+  // The events that the run itself writes.
+  text = std::regex_replace(
+      text,
+      std::regex("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d( \\[[^\\]]*\\] This is a testmessage)"),
+      "<time>$1");
   text = std::regex_replace(text, std::regex("\t\\(\\d+:\\d+\\)\t"), "\t(<numbers>)\t");
   return std::regex_replace(text, std::regex("DIAGNOSTIC-\\d{14}\\.log"), "DIAGNOSTIC-<time>.log");
 }
