@@ -206,6 +206,14 @@ TEST_F(Documents, EachFailedCallOfAWriteEndsTheSectionWithItsChain) {
     fail(operation, operation == std::string("NSFDbOpen") ? 2 : 1);
     EXPECT_EQ(linesOf(documents::createTestEvents).size(), 2U) << operation;
   }
+  // A language note that cannot be read as a note is no reason to go without the text.
+  writeDatabase("QBConf.nsf",
+                R"({"note":1,"profile":"qblanguage","items":{"vrxqbevent":"nab_import=x"}})"
+                "\n");
+  fail("NSFItemInfo", 9);
+  EXPECT_EQ(linesOf(documents::createTestEvents)[1],
+            "Create event error: NsfNoteError: Item \"vrxqbevent\" is not present: Item is not "
+            "present in Note.");
 }
 
 TEST_F(Documents, EachFailedLookUpOfALanguageTextHasItsMessage) {

@@ -72,7 +72,7 @@ TEST(Start, UsageFollowsTheBannerWhenThereIsNoPath) {
 }
 
 TEST(Start, EachFailureHasItsLineAndLeavesNothingBehind) {
-  const std::string incomplete = contentOf(BINARY_FOLDER "/incomplete_library/nnotes.dll");
+  const std::string incomplete = contentOf(BINARY_FOLDER "/incomplete_library/incomplete.dll");
   const std::string standIn = contentOf(BINARY_FOLDER "/standin/nnotes.dll");
   const struct {
     std::string library;

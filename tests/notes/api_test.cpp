@@ -29,16 +29,16 @@ TEST_F(LoadNotesLibrary, FillsEveryMemberFromTheCurrentDirectory) {
 
 TEST_F(LoadNotesLibrary, RefusesALibraryThatLacksOneOperation) {
   ASSERT_TRUE(platform::changeDirectory(BINARY_FOLDER "/incomplete_library"));
-  EXPECT_FALSE(notes::loadNotesLibrary("nnotes.dll"));
+  EXPECT_FALSE(notes::loadNotesLibrary("incomplete.dll"));
   EXPECT_EQ(notes::api.NotesTerm, nullptr) << "a library that does not load leaves no trace";
 }
 
 TEST_F(LoadNotesLibrary, RefusesWhatIsNoLibrary) {
   const test::TemporaryFolder folder;
   ASSERT_TRUE(platform::changeDirectory(folder.text()));
-  EXPECT_FALSE(notes::loadNotesLibrary("nnotes.dll"));
-  test::writeFile(folder.path() / "nnotes.dll", "not a library");
-  EXPECT_FALSE(notes::loadNotesLibrary("nnotes.dll"));
+  EXPECT_FALSE(notes::loadNotesLibrary("other.dll"));
+  test::writeFile(folder.path() / "other.dll", "not a library");
+  EXPECT_FALSE(notes::loadNotesLibrary("other.dll"));
   std::filesystem::current_path(before_);
 }
 

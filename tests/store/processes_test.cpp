@@ -78,10 +78,10 @@ TEST(Processes, KilledInTheMiddleOfWritingLeaveEveryFinishedNote) {
     const World world;
     NOTEID known = 0;
     // By turns at some moment and at some place of a line.
-    for (const unsigned end = kill + 4; kill < end; ++kill) {
+    for (const unsigned end = kill + 2; kill < end; ++kill) {
       const bool isByTime = kill % 2 == 0;
       ASSERT_NO_FATAL_FAILURE(
-          killOnce(isByTime ? kill * 311 : 0, isByTime ? 0 : kill * 22000, known));
+          killOnce(isByTime ? kill * 311 : 0, isByTime ? 0 : kill * 16000, known));
       torn += test::contentOf("a.nsf").ends_with('\n') ? 0 : 1;
     }
   }
