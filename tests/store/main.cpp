@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "store/world.h"
+#include "support/process.h"
 
 namespace store_tests {
 namespace {
@@ -38,7 +39,7 @@ void killLater(std::chrono::microseconds delay, std::uintmax_t growth) {
   const std::uintmax_t size = std::filesystem::file_size("a.nsf");
   while (std::filesystem::file_size("a.nsf") < size + growth) {
   }
-  std::_Exit(9);
+  test::killSelf();
 }
 
 [[noreturn]] void writeUntilKilled(std::chrono::microseconds delay, std::uintmax_t growth) {

@@ -59,7 +59,7 @@ bool isWhole(DBHANDLE db, NOTEID id) {
 void killOnce(unsigned delay, unsigned growth, NOTEID& known) {
   const auto result =
       runSelf({"until-killed", std::to_string(delay), std::to_string(growth)}, "written.txt");
-  ASSERT_EQ(result.status, 9) << result.output;
+  ASSERT_EQ(result.status, test::killedStatus) << result.output;
   const auto finished = static_cast<NOTEID>(linesOf(result.output));
   EXPECT_GE(finished, 1U);
   const DBHANDLE db = openDatabase();

@@ -1,5 +1,7 @@
 #include <sys/wait.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 
 #include "support/process.h"
@@ -12,6 +14,11 @@ ProcessResult runProcess(const std::vector<std::string>& command, const std::str
   for (const std::string& word : command) line += "'" + word + "' ";
   const int status = std::system((line + ">'" + outputFile + "' 2>/dev/null").c_str());
   return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), contentOf(outputFile)};
+}
+
+void killSelf() {
+  ::kill(::getpid(), SIGKILL);
+  std::abort();
 }
 
 }  // namespace test
