@@ -16,13 +16,13 @@ using notes::ProfileNoteHandle;
 
 constexpr const char* languageProfile = "qblanguage";
 
-// An entry without "=" is a key of its whole length, and its own text.
+// An entry without "=" is a key of its whole length, and its own text: the position behind no "="
+// is the start.
 std::u16string keyOf(const std::u16string& entry) { return entry.substr(0, entry.find(u'=')); }
 std::u16string textOf(const std::u16string& entry) { return entry.substr(entry.find(u'=') + 1); }
 
-std::u16string lookUp(const std::string& section, const std::u16string& key,
-                      const std::u16string& fallback) {
-  NsfDbConnection connection(notes::configurationDatabase);
+std::u16string readText(const NsfDbConnection& connection, const std::string& section,
+                        const std::u16string& key, const std::u16string& fallback) {
   const ProfileNoteHandle profile(connection, languageProfile);
   const NsfNote note(profile.handle());
   if (!note.hasValue(section)) return fallback;
@@ -32,6 +32,14 @@ std::u16string lookUp(const std::string& section, const std::u16string& key,
     if (keyOf(entry) == key) return textOf(entry);
   }
   return fallback;
+}
+
+std::u16string lookUp(const std::string& section, const std::u16string& key,
+                      const std::u16string& fallback) {
+  NsfDbConnection connection(notes::configurationDatabase);
+  std::u16string text = readText(connection, section, key, fallback);
+  connection.close();
+  return text;
 }
 
 }  // namespace

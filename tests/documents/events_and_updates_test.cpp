@@ -245,6 +245,9 @@ TEST_F(Documents, EachFailedLookUpOfALanguageTextHasItsMessage) {
   for (const auto& row : rows) {
     fail(row.operation, row.number);
     EXPECT_EQ(look("s"), u"error: " + row.expected) << row.operation << row.number;
+    if (row.operation == std::string("NSFDbClose")) {
+      EXPECT_EQ(recorder().counts["NSFDbClose"], 2) << "a failed close is tried once more";
+    }
   }
 }
 
