@@ -23,28 +23,32 @@ using notes::DominoApiTools::DominoApiToolsError;
 using notes::DominoApiTools::errorText;
 
 struct CategoryTexts {
-  EventCategory category;
   const char16_t* internalName;  // the key of the language text
   const char16_t* displayName;   // shown where there is no language text
 };
 
-constexpr CategoryTexts categoryTexts[] = {
-    {EventCategory::nabImport, u"nab_import", u"User Import"},
-    {EventCategory::userSync, u"user_sync", u"User Synchronization"},
-    {EventCategory::softwareUpdate, u"software_update", u"Software Updates"},
-};
+CategoryTexts textsOf(EventCategory category) {
+  switch (category) {
+    case EventCategory::nabImport:
+      return {u"nab_import", u"User Import"};
+    case EventCategory::userSync:
+      return {u"user_sync", u"User Synchronization"};
+    case EventCategory::softwareUpdate:
+      return {u"software_update", u"Software Updates"};
+  }
+  return {u"", u""};
+}
 
 std::u16string categoryText(EventCategory category) {
-  const CategoryTexts* row = categoryTexts;
-  while (row->category != category) ++row;
+  const auto [internalName, displayName] = textsOf(category);
   try {
     std::u16string text =
-        QuellbrightTranslation::translate("vrxqbevent", row->internalName, row->displayName);
+        QuellbrightTranslation::translate("vrxqbevent", internalName, displayName);
     if (!text.empty()) return text;
   } catch (const QuellbrightTranslation::QuellbrightTranslationError&) {
     // An event without its language text is worth more than none.
   }
-  return row->displayName;
+  return displayName;
 }
 
 void writeEvent(const std::u16string& server, EventCategory category,

@@ -27,7 +27,8 @@ inline void appendField(std::u16string& text, int depth, const char16_t* label,
   text.append(label).append(u"(").append(field.value).append(u")");
 }
 
-/// Runs `action`, which reads or writes the note, and raises its failures as `Error`.
+/// Runs `action`, which reads or writes the note, and raises its failures as `Error`. Reading never
+/// meets a failed write, nor writing a failed read.
 template <typename Error, typename Action>
 void withProfileErrors(Action action) {
   try {

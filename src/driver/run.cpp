@@ -121,7 +121,6 @@ ExitStatus run(int argc, char** argv) {
   documents::createTestEvents(report, writeToConsole);
   documents::showEvents(report, writeToConsole);
 
-  // The library goes down while the report is still open, so that its last words could be told.
   notes::NotesTerm();
   report.close();
   return ExitStatus::completed;

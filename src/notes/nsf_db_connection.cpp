@@ -20,9 +20,6 @@ NsfDbConnection::NsfDbConnection(const std::string& path)
   isOpen_ = true;
 }
 
-NsfDbConnection::NsfDbConnection(DBHANDLE open)
-    : hDb_(open), isOpen_(true), failuresAtConstruction_(std::uncaught_exceptions()) {}
-
 NsfDbConnection::~NsfDbConnection() noexcept(false) {
   try {
     close();

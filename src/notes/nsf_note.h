@@ -15,7 +15,7 @@ namespace notes {
 
 class NsfNote {
  public:
-  /// A failed read. The two kinds of it are told apart only by `getText`.
+  /// A failed read. Of its two kinds `getText` makes its own message, so that it raises neither.
   class NsfNoteError : public base::Error {
    public:
     using Error::Error;
