@@ -80,7 +80,7 @@ std::string askDatabase(DBHANDLE db, FORMULAHANDLE formula) {
   DBREPLICAINFO replica{};
   HANDLE handle = 77;
   const auto never = [](void*, SEARCH_MATCH*, void*) -> STATUS { return 1; };
-  const std::string words = wordsOf(library().NSFDbInfoGet(db, info));
+  std::string words = wordsOf(library().NSFDbInfoGet(db, info));
   for (const STATUS status :
        {library().NSFDbReplicaInfoGet(db, &replica), library().NSFNoteCreate(db, &handle),
         library().NSFNoteOpen(db, 1, 0, &handle),
@@ -97,7 +97,7 @@ std::string askNote(NOTEHANDLE note) {
   char text[] = "#";
   NUMBER number = 77;
   TIMEDATE time{{0, 2440588}};
-  const std::string words = wordsOf(library().NSFNoteUpdate(note, 0));
+  std::string words = wordsOf(library().NSFNoteUpdate(note, 0));
   for (const STATUS status :
        {library().NSFProfileUpdate(note, "p", 1, nullptr, 0), setText(note, "x", "y"),
         library().NSFItemSetNumber(note, "x", &number), library().NSFItemSetTime(note, "x", &time),

@@ -57,6 +57,7 @@ TEST(File, ForeignOnesDoNotOpenAndKeepTheirBytes) {
 
 TEST(File, DamagedLinesFailTheOpenWithTheirNumber) {
   const std::string deep(100000, '[');
+  const std::string good = header + noteLine(7, "");
   for (const std::string& line :
        {std::string("nonsense"),
         std::string("[1]"),
@@ -93,16 +94,18 @@ TEST(File, DamagedLinesFailTheOpenWithTheirNumber) {
         std::string("{\"note\":1,\"items\":{\"a\":\"\xE9\"}}"),
         header.substr(0, header.size() - 1),
         R"({"note":1,"items":{"a":)" + deep}) {
-    const World world(header + noteLine(7, "") + "\r\n" + line + "\n" + noteLine(8, ""));
+    const World world(good);
+    append("\r\n" + line + "\n");
+    append(noteLine(8, ""));
     EXPECT_EQ(tryOpen(), damaged(4)) << line.substr(0, 100);
     // The same line in two other places: behind what is loaded already, and torn off at the end.
-    test::writeFile("a.nsf", header + noteLine(7, ""));
+    test::writeFile("a.nsf", good);
     const DBHANDLE db = openDatabase();
     append(line + "\n");
     EXPECT_EQ(tryOpen(), damaged(3)) << line.substr(0, 100);
     EXPECT_EQ(write(db, "text"), damaged(3));
     EXPECT_EQ(found(db), "7") << "what was known is lost";
-    test::writeFile("a.nsf", header + noteLine(7, "") + line);
+    test::writeFile("a.nsf", good + line);
     EXPECT_EQ(foundIn(), "7") << line.substr(0, 100);
   }
 }
@@ -111,11 +114,14 @@ TEST(File, EveryFormOfLineEndIsReadAndTheLaterLineCounts) {
   const std::string bom = "\xEF\xBB\xBF";
   const std::string first = noteLine(2, R"("text":"first")");
   const std::string second = noteLine(2, R"("text":"second","TEXT":"third")");
-  for (const std::string& content :
-       {header + first + second, bom + header + first + second, header + first + "\n\n" + second,
-        std::regex_replace(header + first + second + "\n", std::regex("\n"), "\r\n"),
-        header + noteLine(9, "") + first + second.substr(0, second.size() - 1),
-        header + noteLine(2, R"("text":["first"])") + second.substr(0, second.size() - 1) + "\r"}) {
+  const std::string contents[] = {
+      header + first + second,
+      bom + header + first + second,
+      header + first + "\n\n" + second,
+      std::regex_replace(header + first + second + "\n", std::regex("\n"), "\r\n"),
+      header + noteLine(9, "") + first + second.substr(0, second.size() - 1),
+      header + noteLine(2, R"("text":["first"])") + second.substr(0, second.size() - 1) + "\r"};
+  for (const std::string& content : contents) {
     const World world(content);
     const DBHANDLE db = openDatabase();
     EXPECT_EQ(textOf(openNote(db, 2), "Text"), "third") << content;
@@ -141,6 +147,14 @@ TEST(File, LineCutAtAnyPlaceCountsOnlyIfItIsWhole) {
     EXPECT_EQ(test::contentOf("a.nsf"),
               whole + (counts ? line : "") + noteLine(counts ? 3 : 2, R"("text":"x")"));
   }
+}
+
+TEST(File, FirstLineMayLackItsLineFeed) {
+  const World world(header.substr(0, header.size() - 1));
+  const DBHANDLE db = openDatabase();
+  EXPECT_EQ(write(db, "x"), noError);
+  EXPECT_EQ(found(db), "1");
+  EXPECT_EQ(test::contentOf("a.nsf"), header + noteLine(1, R"("text":"x")"));
 }
 
 TEST(File, UnchangedOneIsNotReadAgain) {
