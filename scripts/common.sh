@@ -2,6 +2,8 @@
 
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
+# Wine keeps its files there; a job runner may leave it out.
+export HOME=${HOME:-$(getent passwd "$(id -u)" | cut -d: -f6)}
 
 # Installs those of the Debian packages named that are missing. Fails, with a line that says why, if
 # that is not possible here.
