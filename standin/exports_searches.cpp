@@ -85,14 +85,14 @@ STATUS NOTES_CALL NSFSearch(DBHANDLE db, FORMULAHANDLE formula, const char*, WOR
                             TIMEDATE* until) {
   STATUS ofCallback = 0;
   const STATUS ofSearch = guard([&] {
-    const std::shared_ptr<Database> database = session().databases.at(db);
+    const Database& database = *session().databases.at(db);
     const Formula selects = session().formulas.at(formula);
     if (callback == nullptr) throw Failure(Status::missingArgument);
     if (flags != 0 || note_class != NOTE_CLASS_DATA || since != nullptr)
       throw Failure(Status::unknownSearch);
     const TIMEDATE begin = currentTime();
-    ofCallback = search(database->notes().documents(), selects, database->info().replicaId,
-                        callback, context);
+    ofCallback =
+        search(database.notes().documents(), selects, database.info().replicaId, callback, context);
     if (ofCallback == 0 && until != nullptr) *until = begin;
   });
   return ofSearch != 0 ? ofSearch : ofCallback;

@@ -7,16 +7,13 @@
 #include <vector>
 
 #include "formula_lexer.h"
+#include "formula_values.h"
 #include "text.h"
 
 namespace standin {
 namespace {
 
-using Scalar = std::variant<std::string, double, Moment>;
-using Scalars = std::vector<Scalar>;
-
-// What stands on a side of a comparison: a list of any length.
-using Value = std::function<Scalars(const Note&)>;
+using Value = FormulaValue;
 using Condition = Formula;
 
 // A part of the formula as far as it is compiled, and where it stands.
@@ -27,30 +24,6 @@ struct Part {
 };
 
 constexpr int deepestNesting = 100;  // each level costs stack, in compiling and in calling
-
-Scalars fieldOf(const Note& note, const std::string& name) {
-  const ItemValue* value = note.find(name);
-  if (value == nullptr) return {std::string()};
-  if (const auto* entries = std::get_if<TextList>(value)) return {entries->begin(), entries->end()};
-  if (const auto* text = std::get_if<std::string>(value)) return {*text};
-  if (const auto* number = std::get_if<double>(value)) return {*number};
-  return {std::get<Moment>(*value)};
-}
-
-bool haveOneInCommon(const Scalars& left, const Scalars& right) {
-  return std::any_of(left.begin(), left.end(), [&right](const Scalar& scalar) {
-    return std::find(right.begin(), right.end(), scalar) != right.end();
-  });
-}
-
-Value folded(Value argument, std::string (*fold)(std::string_view)) {
-  return [argument = std::move(argument), fold](const Note& note) {
-    Scalars scalars = argument(note);
-    for (Scalar& scalar : scalars)
-      if (auto* text = std::get_if<std::string>(&scalar)) *text = fold(*text);
-    return scalars;
-  };
-}
 
 // Goes down by the rank of the operators, one operation for each.
 class Compiler {
@@ -141,8 +114,10 @@ class Compiler {
       const bool wanted = token_.spelling == "=";
       advance();
       const std::size_t offset = left.offset;
-      Condition compared = [wanted, one = asValue(std::move(left)),
-                            other = asValue(operand())](const Note& note) {
+      Value one = asValue(std::move(left));
+      Value other = asValue(operand());
+      Condition compared = [wanted, one = std::move(one),
+                            other = std::move(other)](const Note& note) {
         return haveOneInCommon(one(note), other(note)) == wanted;
       };
       left = {std::move(compared), offset, end_};
@@ -180,25 +155,17 @@ class Compiler {
         return function();
       case TokenKind::text:
         advance();
-        return constant(token, token.text);
+        return {constantValue(token.text), token.offset, end_};
       case TokenKind::number:
         advance();
-        return constant(token, token.number);
+        return {constantValue(token.number), token.offset, end_};
       case TokenKind::name:
         if (equalNames(token.spelling, "SELECT")) fail(Status::unexpectedText);
         advance();
-        return {Value([name = std::string(token.spelling)](const Note& note) {
-                  return fieldOf(note, name);
-                }),
-                token.offset, end_};
+        return {fieldValue(token.spelling), token.offset, end_};
       default:
         failAtToken();
     }
-  }
-
-  Part constant(const Token& token, Scalar scalar) const {
-    return {Value([scalars = Scalars{std::move(scalar)}](const Note&) { return scalars; }),
-            token.offset, end_};
   }
 
   Part function() {
@@ -211,7 +178,8 @@ class Compiler {
     expect("(");
     Value argument = asValue(alternatives());
     expect(")");
-    return {folded(std::move(argument), name == "@lowercase" ? lowered : raised), offset, end_};
+    return {foldedValue(std::move(argument), name == "@lowercase" ? lowered : raised), offset,
+            end_};
   }
 
   FormulaLexer lexer_;

@@ -55,45 +55,51 @@ TEST(File, ForeignOnesDoNotOpenAndKeepTheirBytes) {
   }
 }
 
+// Lines that are no note, some of them for the value of an item.
+std::vector<std::string> damagedLines() {
+  std::vector<std::string> lines = {"nonsense",
+                                    "[1]",
+                                    R"({"note":1})",
+                                    R"({"items":{}})",
+                                    R"({"note":0,"items":{}})",
+                                    R"({"note":-1,"items":{}})",
+                                    R"({"note":1.0,"items":{}})",
+                                    R"({"note":4294967296,"items":{}})",
+                                    R"({"note":1,"items":[]})",
+                                    R"({"note":1,"items":{)",
+                                    R"({"note":1,"items":{},"more":1})",
+                                    R"({"note":1,"items":{}} x)",
+                                    R"({"note":1,"user":"u","items":{}})",
+                                    R"({"note":1,"profile":"","items":{}})",
+                                    R"({"note":1,"profile":1,"items":{}})",
+                                    R"({"note":1,"items":{"":1}})",
+                                    header.substr(0, header.size() - 1)};
+  const std::vector<std::string> values = {"null",
+                                           "true",
+                                           "1e999",
+                                           "[1]",
+                                           R"(["x",["y"]])",
+                                           "{}",
+                                           "\"\xE9\"",
+                                           R"({"time":1})",
+                                           R"({"bytes":"e"})",
+                                           R"({"bytes":"e9x0"})",
+                                           R"({"time":"2012-02-30T00:00:00Z"})",
+                                           R"({"time":"0000-01-01T00:00:00Z"})",
+                                           R"({"time":"2012-05-30T24:00:00Z"})",
+                                           R"({"time":"2012-05-30 14:07:00Z"})",
+                                           R"({"time":"2012-05-30T14:07:00.2Z"})",
+                                           R"({"time":"2012-05-30T14:07:00"})",
+                                           R"({"time":"2012-05-30T14:07:00Z","b":"1"})",
+                                           std::string(100000, '[')};
+  for (const std::string& value : values)
+    lines.push_back(R"({"note":1,"items":{"a":)" + value + "}}");
+  return lines;
+}
+
 TEST(File, DamagedLinesFailTheOpenWithTheirNumber) {
-  const std::string deep(100000, '[');
   const std::string good = header + noteLine(7, "");
-  for (const std::string& line :
-       {std::string("nonsense"),
-        std::string("[1]"),
-        std::string(R"({"note":1})"),
-        std::string(R"({"items":{}})"),
-        std::string(R"({"note":0,"items":{}})"),
-        std::string(R"({"note":-1,"items":{}})"),
-        std::string(R"({"note":1.0,"items":{}})"),
-        std::string(R"({"note":4294967296,"items":{}})"),
-        std::string(R"({"note":1,"items":[]})"),
-        std::string(R"({"note":1,"items":{},"more":1})"),
-        std::string(R"({"note":1,"items":{}} x)"),
-        std::string(R"({"note":1,"items":{)"),
-        std::string(R"({"note":1,"user":"u","items":{}})"),
-        std::string(R"({"note":1,"profile":"","items":{}})"),
-        std::string(R"({"note":1,"profile":1,"items":{}})"),
-        std::string(R"({"note":1,"items":{"":1}})"),
-        std::string(R"({"note":1,"items":{"a":null}})"),
-        std::string(R"({"note":1,"items":{"a":true}})"),
-        std::string(R"({"note":1,"items":{"a":1e999}})"),
-        std::string(R"({"note":1,"items":{"a":[1]}})"),
-        std::string(R"({"note":1,"items":{"a":["x",["y"]]}})"),
-        std::string(R"({"note":1,"items":{"a":{}}})"),
-        std::string(R"({"note":1,"items":{"a":{"time":1}}})"),
-        std::string(R"({"note":1,"items":{"a":{"time":"2012-02-30T00:00:00Z"}}})"),
-        std::string(R"({"note":1,"items":{"a":{"time":"0000-01-01T00:00:00Z"}}})"),
-        std::string(R"({"note":1,"items":{"a":{"time":"2012-05-30T24:00:00Z"}}})"),
-        std::string(R"({"note":1,"items":{"a":{"time":"2012-05-30 14:07:00Z"}}})"),
-        std::string(R"({"note":1,"items":{"a":{"time":"2012-05-30T14:07:00.2Z"}}})"),
-        std::string(R"({"note":1,"items":{"a":{"time":"2012-05-30T14:07:00"}}})"),
-        std::string(R"({"note":1,"items":{"a":{"time":"2012-05-30T14:07:00Z","b":"1"}}})"),
-        std::string(R"({"note":1,"items":{"a":{"bytes":"e"}}})"),
-        std::string(R"({"note":1,"items":{"a":{"bytes":"e9x0"}}})"),
-        std::string("{\"note\":1,\"items\":{\"a\":\"\xE9\"}}"),
-        header.substr(0, header.size() - 1),
-        R"({"note":1,"items":{"a":)" + deep}) {
+  for (const std::string& line : damagedLines()) {
     const World world(good);
     append("\r\n" + line + "\n");
     append(noteLine(8, ""));
@@ -196,6 +202,14 @@ TEST(File, EditsAreSeenWhateverTheyDoToTheSize) {
   }
 }
 
+TEST(File, LastLineWithoutFeedMayNotHaveBeenTheWholeOfIt) {
+  const std::string start = header + noteLine(1, "") + R"({"note":5,"items":{}})";
+  const World world(start);
+  EXPECT_EQ(foundIn(), "1 5");
+  test::writeFile("a.nsf", header + noteLine(1, "") + noteLine(55, ""));
+  EXPECT_EQ(foundIn(), "1 55");
+}
+
 TEST(File, ReplacedOneIsAnother) {
   const World world(header + noteLine(1, ""));
   const DBHANDLE db = openDatabase();
@@ -204,6 +218,14 @@ TEST(File, ReplacedOneIsAnother) {
   fs::rename("b.nsf", "a.nsf");
   EXPECT_EQ(write(db, "text"), noError);
   EXPECT_EQ(found(db), "2 3");
+
+  const std::string same = noteLine(2, R"("text":")" + longText + "\"");
+  test::writeFile("a.nsf", header + noteLine(1, R"("text":"a")") + same);
+  EXPECT_EQ(textOf(openNote(openDatabase(), 1), "text"), "a");
+  test::writeFile("b.nsf", header + noteLine(1, R"("text":"b")") + same + noteLine(3, ""));
+  fs::rename("b.nsf", "a.nsf");
+  EXPECT_EQ(textOf(openNote(openDatabase(), 1), "text"), "b") << "read on in another file";
+
   fs::remove("a.nsf");
   EXPECT_EQ(write(db, "text"), missing);
   EXPECT_EQ(tryOpen(), missing);
@@ -260,7 +282,7 @@ TEST(File, ManyNotesCostInProportion) {
     EXPECT_EQ(library().NSFDbClose(again), 0);
   }
   // Far above what this takes anywhere, and far below 5000 times 5000 lines.
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
 }
 
 }  // namespace
