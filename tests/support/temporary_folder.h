@@ -1,6 +1,7 @@
 // A folder of a test's own, removed with everything in it at the end.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -14,9 +15,12 @@ class TemporaryFolder {
  public:
   TemporaryFolder() {
     static int count = 0;
+    // The moment as well: the number of a process is given out again, and a test that was killed
+    // leaves its folder, perhaps with a lock in it.
+    const auto moment = std::chrono::system_clock::now().time_since_epoch().count();
     path_ = std::filesystem::temp_directory_path() /
             ("qbdiagnostics-test-" + std::to_string(platform::processNumber()) + "-" +
-             std::to_string(++count));
+             std::to_string(moment) + "-" + std::to_string(++count));
     std::filesystem::create_directories(path_);
   }
   TemporaryFolder(const TemporaryFolder&) = delete;
