@@ -13,9 +13,9 @@
 namespace test {
 
 struct NotesRecorder {
-  /// The status of a call that is made to fail, and its words in the stand-in library.
+  /// The status of a call that is made to fail. The stand-in library has no words of its own for
+  /// it.
   static constexpr STATUS status = 0x2BAD;
-  static constexpr const char* words = "Unknown status 0x2BAD";
 
   std::vector<std::string> calls;
   std::map<std::string, int> counts;
@@ -23,9 +23,6 @@ struct NotesRecorder {
   /// Fails each call for which this answers true, given its name and its number among the calls of
   /// that name, from 1.
   std::function<bool(const std::string& operation, int number)> fails;
-
-  /// Called in front of each call that is not made to fail.
-  std::function<void(const std::string& operation, int number)> before;
 
   static NotesRecorder& instance() {
     static NotesRecorder recorder;
@@ -40,9 +37,7 @@ struct NotesRecorder {
   bool note(const char* operation) {
     calls.emplace_back(operation);
     const int number = ++counts[operation];
-    if (fails && fails(operation, number)) return true;
-    if (before) before(operation, number);
-    return false;
+    return fails && fails(operation, number);
   }
 };
 
