@@ -14,7 +14,6 @@ namespace base {
 namespace {
 
 constexpr int importantLevel = 0;
-constexpr int ordinaryLevel = 2;
 constexpr int verboseLevel = 4;
 constexpr std::int64_t ordinaryFileSize = 500'000;
 constexpr std::int64_t verboseFileSize = 1'000'000;

@@ -16,6 +16,9 @@
 
 namespace base {
 
+/// The level of all lines but the first of a file. Smaller is more important.
+inline constexpr int ordinaryLevel = 2;
+
 class ReportLog {
  public:
   /// `logName` is the name in console lines; `timeFormat` has the notation of strftime, and

@@ -1,5 +1,9 @@
 #include "base/text.h"
 
+#include <algorithm>
+#include <charconv>
+#include <system_error>
+
 #include "replay/unicode.h"
 
 namespace base {
@@ -11,6 +15,8 @@ constexpr replay::unicode::codepage utf8 = 65001;
 // Wide characters in the fixed buffer of toWideFromLocal, its closing zero included. The buffers of
 // the Notes library are no longer than that.
 constexpr std::size_t localBufferSize = 1024;
+
+std::u16string widened(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
 
 }  // namespace
 
@@ -31,9 +37,23 @@ std::string toStrictUtf8(std::u16string_view text) {
   return replay::unicode::to_narrow(text, utf8, true);
 }
 
-std::u16string numberToText(std::uint32_t number) {
-  const std::string digits = std::to_string(number);
-  return {digits.begin(), digits.end()};
+std::u16string numberToText(std::uint32_t number) { return widened(std::to_string(number)); }
+
+std::u16string numberToText(std::int32_t number) { return widened(std::to_string(number)); }
+
+std::optional<std::int32_t> leadingInteger(std::u16string_view text) {
+  const std::size_t begin = std::min(text.find_first_not_of(u" \t\n\v\f\r"), text.size());
+  text.remove_prefix(begin);
+  const bool isSigned = text.starts_with(u'+') || text.starts_with(u'-');
+  const std::size_t digits = isSigned ? 1 : 0;
+  const std::size_t end = std::min(text.find_first_not_of(u"0123456789", digits), text.size());
+  // The digits are ASCII, so that from_chars may read them as bytes; it knows no plus sign.
+  const std::string number(text.begin() + (text.starts_with(u'+') ? 1 : 0),
+                           text.begin() + static_cast<std::ptrdiff_t>(end));
+  std::int32_t value = 0;
+  const auto [rest, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+  if (error != std::errc()) return std::nullopt;
+  return value;
 }
 
 }  // namespace base

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,7 +26,12 @@ std::u16string toWideFromLocal(const char* text);
 /// U+FFFD.
 std::string toStrictUtf8(std::u16string_view text);
 
-/// The decimal digits of a number.
+/// The decimal digits of a number, behind a minus sign if it is negative.
 std::u16string numberToText(std::uint32_t number);
+std::u16string numberToText(std::int32_t number);
+
+/// The decimal integer with which a text begins, behind white space and one sign; nothing if there
+/// is none or it has more than 32 bits.
+std::optional<std::int32_t> leadingInteger(std::u16string_view text);
 
 }  // namespace base

@@ -77,6 +77,8 @@ STATUS compileFormula(const std::string& formula, FORMULAHANDLE& handle) {
                            &unused, &unused, &unused, &unused, &unused, &unused);
 }
 
+OwnedFormula::~OwnedFormula() { OSMemFree(handle); }
+
 STATUS searchNotes(DBHANDLE db, FORMULAHANDLE formula, const char* viewTitle,
                    const std::function<void(NOTEID)>& visit) {
   Visitor visitor{visit, nullptr};

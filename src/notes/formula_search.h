@@ -41,6 +41,17 @@ class FormulaSearch {
 /// leaves it to the end of the library's use.
 STATUS compileFormula(const std::string& formula, FORMULAHANDLE& handle);
 
+/// A place for a compiled formula that is freed at the end of its scope, also where compiling
+/// failed: only the library knows what it keeps of one.
+struct OwnedFormula {
+  OwnedFormula() = default;
+  OwnedFormula(const OwnedFormula&) = delete;
+  OwnedFormula& operator=(const OwnedFormula&) = delete;
+  ~OwnedFormula();
+
+  FORMULAHANDLE handle = 0;
+};
+
 /// Calls `visit` with the id of each data note that matches; `viewTitle` may be null. An exception
 /// out of `visit` ends the search and goes on to the caller once the library has returned;
 /// otherwise the result is the library's status.

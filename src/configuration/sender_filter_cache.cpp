@@ -1,0 +1,157 @@
+#include "configuration/sender_filter_cache.h"
+
+#include <chrono>
+
+#include "notes/api.h"
+#include "notes/domino_api_tools.h"
+#include "notes/formula_search.h"
+#include "notes/nsf_db_connection.h"
+#include "notes/nsf_note.h"
+
+namespace configuration {
+namespace {
+
+using notes::NsfDbConnection;
+using notes::NsfNote;
+using notes::DominoApiTools::DominoApiError;
+using notes::DominoApiTools::errorText;
+
+// The numbers by which a note tells what its entry is.
+constexpr NUMBER notSet = 0;
+constexpr NUMBER byEmail = 1;
+constexpr NUMBER byDomain = 2;
+constexpr NUMBER blackNumber = 1;
+constexpr NUMBER whiteNumber = 2;
+
+NUMBER numberOrNotSet(const NsfNote& note, const char* item) {
+  return note.hasValue(item) ? note.getNumber(item) : notSet;
+}
+
+std::u16string keyOf(const NsfNote& note, NUMBER action, NUMBER colour) {
+  if (colour == notSet) return {};
+  if (action == byEmail) return note.getTextOrEmpty("filter_email");
+  if (action == byDomain) return note.getTextOrEmpty("filter_domain");
+  return {};
+}
+
+SenderFilterNote readItems(const NsfNote& note) {
+  SenderFilterNote filter;
+  filter.originalInput = note.getTextOrEmpty("original_input");
+  filter.action = numberOrNotSet(note, "filter_email_or_domain");
+  filter.colour = numberOrNotSet(note, "filter_black_or_white");
+  filter.key = keyOf(note, filter.action, filter.colour);
+  return filter;
+}
+
+std::u16string actionText(NUMBER action) {
+  std::u16string text = u"Filter action: ";
+  if (action == notSet) text += u"Not set.";
+  if (action == byEmail) text += u"By email.";
+  if (action == byDomain) text += u"By domain.";
+  return text;
+}
+
+std::u16string colourText(NUMBER colour) {
+  std::u16string text = u"Filter color: ";
+  if (colour == notSet) text += u"Not set.";
+  if (colour == blackNumber) text += u"Black.";
+  if (colour == whiteNumber) text += u"White.";
+  return text;
+}
+
+}  // namespace
+
+void SenderFilterCache::refresh(bool& reloaded) {
+  using std::chrono::system_clock;
+  refresh(reloaded, system_clock::to_time_t(system_clock::now()));
+}
+
+void SenderFilterCache::refresh(bool& reloaded, std::int64_t now) {
+  reloaded = false;
+  if (now - lastLoad_ < refreshSeconds_) return;
+  load();
+  lastLoad_ = now;
+  reloaded = true;
+}
+
+void SenderFilterCache::load() {
+  loadErrors_.clear();
+  filters_.clear();
+  try {
+    search();
+  } catch (const DominoApiError& error) {
+    throw SenderFilterCacheError(u"Could not complete search: " + error.message());
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw SenderFilterCacheError(
+        u"Could not complete search - could not open or close database-connection: " +
+        error.message());
+  }
+}
+
+void SenderFilterCache::search() {
+  NsfDbConnection connection(notes::configurationDatabase);
+  // The compiled formula is not freed: it stays with the library until the end of its use.
+  FORMULAHANDLE formula = 0;
+  STATUS status = notes::compileFormula("SELECT @LowerCase(Form) =\"qbsenderfilter\"", formula);
+  if (status != 0) {
+    throw DominoApiError(u"Could not compile searchFormula: " + errorText(status));
+  }
+  status = notes::searchNotes(connection.handle(), formula, nullptr,
+                              [this](NOTEID id) { visitNote(id); });
+  if (status != 0) throw DominoApiError(u"Search failed" + errorText(status));
+  connection.close();
+}
+
+void SenderFilterCache::visitNote(NOTEID id) {
+  try {
+    readNote(id);
+  } catch (const NsfNote::NsfNoteError& error) {
+    loadErrors_.push_back(u"NsfNote-error: " + error.message());
+  } catch (const DominoApiError& error) {
+    loadErrors_.push_back(u"Domino API-error: " + error.message());
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    loadErrors_.push_back(u"DbConnection error: " + error.message());
+  }
+}
+
+// An entry counts although its note does not close.
+void SenderFilterCache::readNote(NOTEID id) {
+  NsfDbConnection connection(notes::configurationDatabase);
+  NOTEHANDLE note = 0;
+  STATUS status = notes::NSFNoteOpen(connection.handle(), id, 0, &note);
+  if (status != 0) throw DominoApiError(u"Could not open note" + errorText(status));
+  try {
+    enter(readItems(NsfNote(note)));
+  } catch (...) {
+    notes::NSFNoteClose(note);
+    throw;
+  }
+  status = notes::NSFNoteClose(note);
+  if (status != 0) throw DominoApiError(u"Could not close note" + errorText(status));
+  connection.close();
+}
+
+// Of two entries with one key the later counts. A colour that is neither leaves no trace.
+void SenderFilterCache::enter(const SenderFilterNote& filter) {
+  if (filter.key.empty()) {
+    loadErrors_.push_back(u"Invalid item (" + filter.originalInput + u"). Action(" +
+                          actionText(filter.action) + u"), FilterColor(" +
+                          colourText(filter.colour) + u")");
+  } else if (filter.colour == blackNumber) {
+    filters_[filter.key] = Colour::black;
+  } else if (filter.colour == whiteNumber) {
+    filters_[filter.key] = Colour::white;
+  }
+}
+
+void SenderFilterCache::print(std::u16string& out, unsigned indent) const {
+  const std::u16string prefix = u"\n" + std::u16string(indent, u'\t');
+  out += u"SENDERFILTER CACHE";
+  for (const auto& [key, colour] : filters_) {
+    out += prefix;
+    out += key;
+    out += colour == Colour::black ? u":Black" : u":White";
+  }
+}
+
+}  // namespace configuration
