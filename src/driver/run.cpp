@@ -8,11 +8,15 @@
 #include "base/paths.h"
 #include "base/report_log.h"
 #include "base/text.h"
+#include "configuration/sender_filter_cache.h"
+#include "configuration/vrx_configuration.h"
 #include "documents/customer_profile.h"
 #include "documents/event_store.h"
 #include "documents/installed_updates.h"
 #include "documents/server_profile.h"
+#include "driver/access_test.h"
 #include "driver/environment_checks.h"
+#include "driver/log_folder.h"
 #include "notes/api.h"
 #include "notes/domino_api_tools.h"
 #include "platform/console.h"
@@ -24,10 +28,11 @@ namespace {
 
 namespace DominoApiTools = notes::DominoApiTools;
 using base::ReportLog;
+using configuration::SenderFilterCache;
+using configuration::VRXConfiguration;
 using platform::printLine;
 
 constexpr const char* notesLibrary = "nnotes.dll";
-constexpr int ordinaryLevel = 2;
 constexpr int sectionIndent = 5;
 
 void printUsage(const char* programName) {
@@ -61,14 +66,6 @@ bool startNotes(int argc, char** argv) {
   return true;
 }
 
-// Makes the folder for the report within the data directory and gives its path; empty if there is
-// none, so that the report lands at the root of the current drive.
-std::u16string makeReportDirectory() {
-  const std::u16string dataDirectory = DominoApiTools::dataDirectory();
-  if (!base::createFolder(dataDirectory, u"Quellbright")) return {};
-  return dataDirectory + u"//Quellbright";
-}
-
 void reportEnvironment(ReportLog& report, bool writeToConsole) {
   std::string text;
   systemEnvironmentText(environmentNames(), text, sectionIndent);
@@ -87,13 +84,39 @@ void reportFiles(ReportLog& report, bool writeToConsole) {
 
 // Both documents are read anew for the console, and only once both stand in the report.
 void reportProfiles(ReportLog& report, bool writeToConsole) {
-  if (report.isEnabled(ordinaryLevel)) {
+  if (report.isEnabled(base::ordinaryLevel)) {
     report.write(documents::customerProfileText());
     report.write(documents::serverProfileText());
   }
   if (writeToConsole) {
     printLine(documents::customerProfileText());
     printLine(documents::serverProfileText());
+  }
+}
+
+void reportConfiguration(VRXConfiguration& configuration, ReportLog& report, bool writeToConsole) {
+  try {
+    configuration.initialise();
+    bool reloaded = false;
+    configuration.refresh(reloaded);
+    writeReportFirst(report, writeToConsole, configuration.report());
+  } catch (const VRXConfiguration::ConfigurationError& error) {
+    writeReportFirst(report, writeToConsole, u"Could not load configuration: " + error.message());
+  }
+}
+
+void reportSenderFilter(ReportLog& report, bool writeToConsole) {
+  constexpr std::int32_t refreshSeconds = 60;
+  try {
+    SenderFilterCache cache(refreshSeconds);
+    bool reloaded = false;
+    cache.refresh(reloaded);
+    std::u16string text;
+    cache.print(text, sectionIndent);
+    writeReportFirst(report, writeToConsole, text);
+  } catch (const SenderFilterCache::SenderFilterCacheError& error) {
+    writeReportFirst(report, writeToConsole,
+                     u"Could not load senderfiltercache: " + error.message());
   }
 }
 
@@ -109,14 +132,20 @@ ExitStatus run(int argc, char** argv) {
   if (!startNotes(argc, argv)) return ExitStatus::notStarted;
   const bool writeToConsole = argc > 2 && std::strcmp(argv[2], "stdout") == 0;
 
-  ReportLog report(makeReportDirectory(), u"Quellbright-DIAGNOSTIC-", u".log", u"VRX-DIAGNOSTIC",
-                   u"%d-%m-%Y %H:%M:%S", ordinaryLevel, false);
+  // Without a folder of its own the report lands at the root of the current drive.
+  const std::u16string reportDirectory = makeLogFolder(DominoApiTools::dataDirectory(), u"");
+  ReportLog report(reportDirectory, u"Quellbright-DIAGNOSTIC-", u".log", u"VRX-DIAGNOSTIC",
+                   u"%d-%m-%Y %H:%M:%S", base::ordinaryLevel, false);
   report.open();
   printLine(u"Output from diagnostic is written to: " + report.fileName());
 
   reportEnvironment(report, writeToConsole);
   reportFiles(report, writeToConsole);
   reportProfiles(report, writeToConsole);
+  VRXConfiguration configuration;
+  reportConfiguration(configuration, report, writeToConsole);
+  testAccess(configuration, reportDirectory, report, writeToConsole);
+  reportSenderFilter(report, writeToConsole);
   documents::showInstalledUpdates(report, writeToConsole);
   documents::createTestEvents(report, writeToConsole);
   documents::showEvents(report, writeToConsole);

@@ -58,7 +58,8 @@ std::string masked(std::string text, const std::string& root) {
       std::regex("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d( \\[[^\\]]*\\] This is a testmessage)"),
       "<time>$1");
   text = std::regex_replace(text, std::regex("\t\\(\\d+:\\d+\\)\t"), "\t(<numbers>)\t");
-  return std::regex_replace(text, std::regex("DIAGNOSTIC-\\d{14}\\.log"), "DIAGNOSTIC-<time>.log");
+  return std::regex_replace(text, std::regex("(DIAGNOSTIC|TESTLOGFILE)-\\d{14}\\.log"),
+                            "$1-<time>.log");
 }
 
 }  // namespace test
