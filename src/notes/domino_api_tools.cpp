@@ -1,20 +1,13 @@
 #include "notes/domino_api_tools.h"
 
-#include <array>
-#include <cstddef>
-
 #include "base/text.h"
 #include "notes/api.h"
 #include "notes/nsf_db_connection.h"
+#include "notes/text_buffer.h"
 #include "replay/text.h"
 
 namespace notes::DominoApiTools {
 namespace {
-
-// A buffer for a text of the library: zero-filled, and with a last zero that the library, which is
-// told `Size` bytes, does not reach.
-template <std::size_t Size>
-using TextBuffer = std::array<char, Size + 1>;
 
 // The words that ask the library to read a time as year, month, day, hours, minutes and seconds.
 constexpr WORD timeFlags = NUMBER_LEADING_ZERO | CLOCK_24_HOUR | DATE_YMD;

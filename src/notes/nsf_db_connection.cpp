@@ -20,6 +20,9 @@ NsfDbConnection::NsfDbConnection(const std::string& path)
   isOpen_ = true;
 }
 
+NsfDbConnection::NsfDbConnection(DBHANDLE open)
+    : hDb_(open), isOpen_(true), failuresAtConstruction_(std::uncaught_exceptions()) {}
+
 NsfDbConnection::~NsfDbConnection() noexcept(false) {
   try {
     close();

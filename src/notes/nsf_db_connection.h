@@ -25,6 +25,9 @@ class NsfDbConnection {
   /// Opens the database at `path`, as the Notes library takes paths. Raises DbConnectionError.
   explicit NsfDbConnection(const std::string& path);
 
+  /// Takes over a database that is open already.
+  explicit NsfDbConnection(DBHANDLE open);
+
   NsfDbConnection(const NsfDbConnection&) = delete;
   NsfDbConnection& operator=(const NsfDbConnection&) = delete;
 

@@ -6,13 +6,12 @@
 #include "base/text.h"
 #include "notes/api.h"
 #include "notes/domino_api_tools.h"
+#include "notes/text_buffer.h"
 
 namespace notes {
 namespace {
 
-// A buffer for a text of the library: zero-filled, and with a last zero that the library does not
-// reach.
-using ItemText = std::array<char, NOTES_ITEM_TEXT_SIZE + 1>;
+using ItemText = TextBuffer<NOTES_ITEM_TEXT_SIZE>;
 
 constexpr char listSeparator = '|';
 constexpr DWORD typeWordSize = 2;

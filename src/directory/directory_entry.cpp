@@ -1,0 +1,141 @@
+#include "directory/directory_entry.h"
+
+#include "base/text.h"
+#include "notes/api.h"
+#include "notes/domino_api_tools.h"
+#include "notes/nsf_db_connection.h"
+#include "notes/text_buffer.h"
+
+namespace directory {
+namespace {
+
+using notes::NsfDbConnection;
+using notes::NsfNote;
+using notes::DominoApiTools::errorText;
+using Error = DirectoryEntry::DirectoryEntryError;
+
+std::u16string titleOf(DBHANDLE db) {
+  notes::TextBuffer<NOTES_DBINFO_SIZE> info{};
+  const STATUS status = notes::NSFDbInfoGet(db, info.data());
+  if (status != 0) throw Error(u"Could not read dbtitle: " + errorText(status));
+  notes::TextBuffer<NOTES_TITLE_SIZE> title{};
+  notes::NSFDbInfoParse(info.data(), INFOPARSE_TITLE, title.data(), NOTES_TITLE_SIZE);
+  return base::toWideFromUtf7(title.data());
+}
+
+std::u16string replicaIdOf(DBHANDLE db) {
+  try {
+    return notes::DominoApiTools::replicaId(db);
+  } catch (const notes::DominoApiTools::DominoApiToolsError& error) {
+    throw Error(u"Could not read replicaId: " + error.message());
+  }
+}
+
+}  // namespace
+
+DirectoryEntry::DirectoryEntry(const NsfNote& note) {
+  try {
+    type_ = note.getTextOrEmpty("Type");
+    if (type_ == u"Person") {
+      readPerson(note);
+    } else if (type_ == u"Database") {
+      readDatabase(note);
+    } else if (type_.empty()) {
+      throw Error(u"Directory Type not set.");
+    } else {
+      throw Error(u"Unknown directory-entry type: " + type_);
+    }
+  } catch (const NsfNote::NsfNoteError& error) {
+    throw Error(u"Could not read directory entry: " + error.message());
+  }
+}
+
+void DirectoryEntry::readPerson(const NsfNote& note) {
+  readMailFile(note);
+  std::vector<std::u16string> names;
+  try {
+    note.getTextList("FullName", names, true);
+  } catch (const NsfNote::NsfNoteError& error) {
+    throw Error(u"Note error: " + error.message());
+  }
+  for (const std::u16string& name : names) fullName_ += name;
+}
+
+void DirectoryEntry::readDatabase(const NsfNote& note) {
+  try {
+    readMailFile(note);
+  } catch (const NsfNote::NsfNoteError& error) {
+    throw Error(u"Could not read database Directory entry: " + error.message());
+  }
+}
+
+void DirectoryEntry::readMailFile(const NsfNote& note) {
+  mailServer_ = note.getTextOrEmpty("MailServer");
+  filePath_ = note.getTextOrEmpty("MailFile");
+}
+
+void DirectoryEntry::prepare() {
+  try {
+    complete();
+  } catch (const DirectoryEntryError& error) {
+    status_ = error.message();
+    readyForImport_ = false;
+    throw;
+  }
+}
+
+void DirectoryEntry::complete() {
+  if (filePath_.empty()) throw Error(u"Filepath not set.");
+  addExtension();
+  const std::string path = networkPath();
+  DBHANDLE open = 0;
+  const STATUS status =
+      notes::NSFDbOpenExtended(path.c_str(), 0, 0, nullptr, &open, nullptr, nullptr);
+  if (status != 0) {
+    throw Error(u"NSFDbOpenExtended failed (Path: " + base::toWideFromLocal(path.c_str()) + u"): " +
+                errorText(status));
+  }
+  readMailDatabase(open);
+}
+
+// The case of the ending counts: "NSF" gets ".nsf" behind it.
+void DirectoryEntry::addExtension() {
+  constexpr std::size_t endingSize = 3;
+  const std::u16string ending = filePath_.substr(filePath_.size() - endingSize);
+  if (ending != u"nsf" && ending != u"ntf") filePath_ += u".nsf";
+}
+
+std::string DirectoryEntry::networkPath() const {
+  notes::TextBuffer<NOTES_PATH_SIZE> path{};
+  const STATUS status =
+      notes::OSPathNetConstruct(nullptr, base::toStrictUtf8(mailServer_).c_str(),
+                                base::toStrictUtf8(filePath_).c_str(), path.data());
+  if (status != 0) throw Error(u"OSPathNetConstruct failed: " + errorText(status));
+  return path.data();
+}
+
+void DirectoryEntry::readMailDatabase(DBHANDLE open) {
+  try {
+    NsfDbConnection connection(open);
+    replicaId_ = replicaIdOf(connection.handle());
+    name_ = titleOf(connection.handle());
+    connection.close();
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw Error(u"Could not close dbconnection: " + error.message());
+  }
+}
+
+std::u16string DirectoryEntry::print(unsigned indent) const {
+  const std::u16string newLine = u"\n" + std::u16string(indent, u'\t');
+  return u"DIRECTORY ENTRY:" +                            //
+         newLine + u"Type............: " + type_ +        //
+         newLine + u"ReplicaId.......: " + replicaId_ +   //
+         newLine + u"Server name.....: " + mailServer_ +  //
+         newLine + u"Filepath........: " + filePath_ +    //
+         newLine + u"Name............: " + name_ +        //
+         newLine + u"Full name.......: " + fullName_ +    //
+         newLine + u"Status..........: " + status_ +      //
+         newLine + u"Ready for import: " + (readyForImport_ ? u"Yes" : u"No");
+}
+
+}  // namespace directory

@@ -1,0 +1,117 @@
+#include "directory/nab_import.h"
+
+#include <utility>
+
+#include "base/text.h"
+#include "directory/read_directory.h"
+
+namespace directory::NAB {
+namespace {
+
+using base::numberToText;
+
+constexpr unsigned entryIndent = 2;
+
+}  // namespace
+
+std::u16string ImportResult::print(unsigned indent) const {
+  const std::u16string tabs(indent, u'\t');
+  const std::u16string newLine = u"\n" + tabs;
+  // The number of entries taken up stands twice.
+  std::u16string text = u"\n" + newLine + u"IMPORT RESULT:" + numberToText(processed);
+  text += newLine + u"Processed.: " + numberToText(processed);
+  text += newLine + u"Failed....: " + numberToText(failed);
+  text += newLine + u"Updated...: " + numberToText(updated);
+  text += newLine + u"Created...: " + numberToText(created);
+  text += newLine + u"MESSAGES:";
+  for (const std::u16string& message : messages) text += u"\n\t" + tabs + message;
+  return text;
+}
+
+NabImport::NabImport(std::int32_t batchSize, std::u16string server, bool useNamesOnly,
+                     bool simulate)
+    : simulate_(simulate),
+      serverName_(std::move(server)),
+      batchSize_(batchSize),
+      useNamesOnly_(useNamesOnly) {}
+
+bool NabImport::step() {
+  stepLines_.clear();
+  result_ = {};
+  if (entries_.empty()) {
+    loadDirectory();
+  } else {
+    importBatch();
+  }
+  return stepLines_.empty();
+}
+
+// Entries read before a failure stay.
+void NabImport::loadDirectory() {
+  try {
+    defaultProfile_.load();
+    addressBooks_.reset();
+    addressBooks_.load(serverName_, useNamesOnly_);
+    for (const AddressBook& book : addressBooks_.books()) {
+      readDirectory(entries_, book, EntryKind::person, stepLines_);
+      readDirectory(entries_, book, EntryKind::database, stepLines_);
+    }
+  } catch (const ReadDirectoryError& error) {
+    stepLines_.push_back(u"ReadDirectoryError: " + error.message());
+  } catch (const AddressBooks::AddressBooksError& error) {
+    stepLines_.push_back(u"AddressBooksError: " + error.message());
+  } catch (const DefaultRecipientProfile::DefaultRecipientProfileError& error) {
+    stepLines_.push_back(u"Could not load Default Recipient Profile: " + error.message());
+  }
+}
+
+void NabImport::importBatch() {
+  for (std::int32_t count = 0; count < batchSize_ && !entries_.empty(); ++count) {
+    try {
+      importEntry(entries_.front());
+    } catch (const DirectoryEntry::DirectoryEntryError& error) {
+      result_.messages.push_back(error.message());
+    } catch (const NabImportUpdateOrCreateError& error) {
+      result_.messages.push_back(error.message());
+    }
+    ++result_.processed;
+    entries_.pop_front();
+  }
+}
+
+void NabImport::importEntry(DirectoryEntry& entry) {
+  entry.prepare();
+  try {
+    const NOTEID id = GetUserByReplicaId::find(base::toStrictUtf8(entry.replicaId()));
+    if (simulate_) {
+      stepLines_.push_back(entry.print(entryIndent));
+    } else {
+      writeProfile(entry, id);
+    }
+  } catch (const GetUserByReplicaId::GetUserByReplicaIdError& error) {
+    throw NabImportUpdateOrCreateError(u"Get User By replicaId failed: " + error.message());
+  }
+}
+
+void NabImport::writeProfile(const DirectoryEntry& entry, NOTEID id) {
+  try {
+    if (id == 0) {
+      createProfile(entry);
+    } else {
+      updateProfile(entry, id);
+    }
+  } catch (const NabImportUpdateError& error) {
+    throw NabImportUpdateOrCreateError(u"Update error: " + error.message());
+  } catch (const NabImportCreateError& error) {
+    throw NabImportUpdateOrCreateError(u"Create error: " + error.message());
+  }
+}
+
+std::u16string NabImport::print(unsigned indent) const {
+  const std::u16string newLine = u"\n" + std::u16string(indent, u'\t');
+  std::u16string text = newLine + addressBooks_.print(indent);
+  for (const std::u16string& line : stepLines_) text += newLine + line;
+  return text + result_.print(indent);
+}
+
+}  // namespace directory::NAB

@@ -1,0 +1,33 @@
+#include "directory/nab_import_test_run.h"
+
+#include "directory/address_books.h"
+#include "directory/nab_import.h"
+#include "documents/server_profile.h"
+
+namespace directory {
+namespace {
+
+// It bounds the length of what one step reports.
+constexpr std::int32_t batchSize = 50;
+constexpr unsigned stepIndent = 2;
+
+}  // namespace
+
+void testNabImport(base::ReportLog& report, bool writeToConsole) {
+  std::u16string server;
+  documents::currentServerName(server);
+  writeConsoleFirst(report, writeToConsole, u"Testing NabImport.");
+  if (server.empty()) {
+    writeConsoleFirst(report, writeToConsole, u"No servername found. Stopping NabImport.");
+    return;
+  }
+  NAB::NabImport nabImport(batchSize, server, useNamesNsf(), true);
+  nabImport.step();
+  writeConsoleFirst(report, writeToConsole, u"LOADING DIRECTORY:\n" + nabImport.print(stepIndent));
+  while (!nabImport.done()) {
+    nabImport.step();
+    writeConsoleFirst(report, writeToConsole, u"IMPORTING:" + nabImport.print(stepIndent));
+  }
+}
+
+}  // namespace directory

@@ -1,0 +1,65 @@
+#include "directory/read_directory.h"
+
+#include <optional>
+#include <utility>
+
+#include "notes/domino_api_tools.h"
+#include "notes/formula_search.h"
+#include "notes/note_handles.h"
+#include "notes/nsf_db_connection.h"
+#include "notes/nsf_note.h"
+
+namespace directory {
+namespace {
+
+using notes::NoteHandle;
+using notes::NsfDbConnection;
+using notes::NsfNote;
+using notes::DominoApiTools::errorText;
+
+const char* typeOf(EntryKind kind) { return kind == EntryKind::person ? "Person" : "Database"; }
+
+DirectoryEntry readEntry(const NsfDbConnection& connection, NOTEID id) {
+  std::optional<DirectoryEntry> entry;
+  {
+    const NoteHandle handle(connection, id);
+    entry.emplace(NsfNote(handle.handle()));
+  }
+  return *std::move(entry);
+}
+
+// An entry whose note does not close is none.
+void visitNote(const NsfDbConnection& connection, NOTEID id, std::deque<DirectoryEntry>& entries,
+               std::vector<std::u16string>& messages) {
+  try {
+    entries.push_back(readEntry(connection, id));
+  } catch (const DirectoryEntry::DirectoryEntryError& error) {
+    messages.push_back(u"DirectoryEntryError: " + error.message());
+  } catch (const NoteHandle::NoteHandleError& error) {
+    messages.push_back(u"Notehandle Error: " + error.message());
+  }
+}
+
+}  // namespace
+
+void readDirectory(std::deque<DirectoryEntry>& entries, const AddressBook& book, EntryKind kind,
+                   std::vector<std::u16string>& messages) {
+  try {
+    NsfDbConnection connection(book.narrowPath());
+    // The compiled formula is not freed: it stays with the library until the end of its use.
+    FORMULAHANDLE formula = 0;
+    STATUS status =
+        notes::compileFormula(std::string("SELECT Type=\"") + typeOf(kind) + "\"", formula);
+    if (status != 0) {
+      throw ReadDirectoryError(u"Could not compile searchFormula: " + errorText(status));
+    }
+    status = notes::searchNotes(connection.handle(), formula, nullptr,
+                                [&](NOTEID id) { visitNote(connection, id, entries, messages); });
+    if (status != 0) throw ReadDirectoryError(u"Could not complete search" + errorText(status));
+    connection.close();
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw ReadDirectoryError(u"Could not read directory: " + error.message());
+  }
+}
+
+}  // namespace directory

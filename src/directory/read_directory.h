@@ -1,0 +1,28 @@
+// The entries of one kind in one address book.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "base/error.h"
+#include "directory/address_book.h"
+#include "directory/directory_entry.h"
+
+namespace directory {
+
+class ReadDirectoryError : public base::Error {
+ public:
+  using Error::Error;
+};
+
+/// The kinds of documents that have a mail file.
+enum class EntryKind { person, database };
+
+/// Adds an entry for each document of a kind, in the order in which the library delivers them. One
+/// that cannot be read gives a message instead. Raises ReadDirectoryError; entries read up to there
+/// stay.
+void readDirectory(std::deque<DirectoryEntry>& entries, const AddressBook& book, EntryKind kind,
+                   std::vector<std::u16string>& messages);
+
+}  // namespace directory
