@@ -10,6 +10,9 @@
 #include "base/text.h"
 #include "configuration/sender_filter_cache.h"
 #include "configuration/vrx_configuration.h"
+#include "directory/address_book.h"
+#include "directory/nab_import_test_run.h"
+#include "directory/recipient_profiles.h"
 #include "documents/customer_profile.h"
 #include "documents/event_store.h"
 #include "documents/installed_updates.h"
@@ -94,6 +97,17 @@ void reportProfiles(ReportLog& report, bool writeToConsole) {
   }
 }
 
+void reportFilteredUsers(ReportLog& report, bool writeToConsole) {
+  try {
+    std::uint32_t count = 0;
+    directory::countFilteredUsers(count);
+    writeReportFirst(report, writeToConsole,
+                     u"Number of filtered users: " + base::numberToText(count));
+  } catch (const directory::UserCountError& error) {
+    writeReportFirst(report, writeToConsole, u"Could not count users: " + error.message());
+  }
+}
+
 void reportConfiguration(VRXConfiguration& configuration, ReportLog& report, bool writeToConsole) {
   try {
     configuration.initialise();
@@ -120,6 +134,12 @@ void reportSenderFilter(ReportLog& report, bool writeToConsole) {
   }
 }
 
+// On the console only.
+void showSimulatedPath() {
+  const directory::AddressBook book(directory::namesNsf);
+  printLine(u"Parsed simulated path for \"names.nsf\":" + book.describe());
+}
+
 }  // namespace
 
 ExitStatus run(int argc, char** argv) {
@@ -142,11 +162,14 @@ ExitStatus run(int argc, char** argv) {
   reportEnvironment(report, writeToConsole);
   reportFiles(report, writeToConsole);
   reportProfiles(report, writeToConsole);
+  reportFilteredUsers(report, writeToConsole);
   VRXConfiguration configuration;
   reportConfiguration(configuration, report, writeToConsole);
   testAccess(configuration, reportDirectory, report, writeToConsole);
   reportSenderFilter(report, writeToConsole);
+  directory::testNabImport(report, writeToConsole);
   documents::showInstalledUpdates(report, writeToConsole);
+  showSimulatedPath();
   documents::createTestEvents(report, writeToConsole);
   documents::showEvents(report, writeToConsole);
 
