@@ -54,8 +54,6 @@ class Configuration : public test::NotesServer {
     return result;
   }
 
-  static std::string narrow(const std::u16string& text) { return {text.begin(), text.end()}; }
-
   const std::vector<std::string> bare = {"ConfigurationName=Default",
                                          "SPAM probability threshold=medium",
                                          "SPAM threshold: =",

@@ -46,8 +46,6 @@ class Documents : public test::NotesServer {
     lines.erase(lines.begin());
     return lines;
   }
-
-  static std::string narrow(const std::u16string& text) { return {text.begin(), text.end()}; }
 };
 
 TEST_F(Documents, EventsAreListedInOrderAndWithWhatTheyHave) {

@@ -14,14 +14,16 @@ namespace test {
 
 class NotesServer : public testing::Test {
  protected:
-  /// A server "mail" in GMT whose configuration database holds `notes`, lines of its file.
-  void start(const std::string& notes) {
+  /// A server "mail" in GMT whose configuration database holds `notes`, lines of its file, and
+  /// whose notes.ini holds `settings` besides.
+  void start(const std::string& notes, const std::string& settings = {}) {
     writeDatabase("QBConf.nsf", notes);
-    writeFile(folder_.path() / "notes.ini", "Directory=" + folder_.text() + "\nServerName=mail\n");
+    writeFile(folder_.path() / "notes.ini",
+              "Directory=" + folder_.text() + "\nServerName=mail\n" + settings);
     loadStandIn();
     std::string program = "test";
-    std::string settings = "=" + folder_.text() + "/notes.ini";
-    char* arguments[] = {program.data(), settings.data(), nullptr};
+    std::string iniFile = "=" + folder_.text() + "/notes.ini";
+    char* arguments[] = {program.data(), iniFile.data(), nullptr};
     ASSERT_EQ(notes::NotesInitExtended(2, arguments), 0);
     recorder().calls.clear();
     recorder().counts.clear();
@@ -36,6 +38,8 @@ class NotesServer : public testing::Test {
     writeFile(folder_.path() / name,
               "{\"database\":{\"title\":\"T\",\"replica\":\"001234560000ABCD\"}}\n" + notes);
   }
+
+  static std::string narrow(const std::u16string& text) { return {text.begin(), text.end()}; }
 
   std::string database() const { return contentOf(folder_.path() / "QBConf.nsf"); }
 
