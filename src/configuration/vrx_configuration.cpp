@@ -26,6 +26,7 @@ void lowerAscii(std::u16string& text) {
 std::u16string namesOf(DecodingTable<std::int32_t, std::u16string>& names,
                        const std::vector<std::int32_t>& numbers) {
   std::vector<std::u16string> texts;
+  texts.reserve(numbers.size());
   for (const std::int32_t number : numbers) texts.push_back(lookUp(names, number));
   return joined(texts);
 }
@@ -33,6 +34,7 @@ std::u16string namesOf(DecodingTable<std::int32_t, std::u16string>& names,
 std::vector<std::int32_t> numbersOf(DecodingTable<std::u16string, std::int32_t>& numbers,
                                     const std::vector<std::u16string>& keys) {
   std::vector<std::int32_t> result;
+  result.reserve(keys.size());
   for (const std::u16string& key : keys) result.push_back(lookUp(numbers, key));
   return result;
 }

@@ -21,6 +21,8 @@
 
 namespace configuration {
 
+// One object, whose fields stand in the order of their subjects.
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding)
 class VRXConfiguration {
  public:
   class ConfigurationError : public base::Error {

@@ -24,7 +24,7 @@ std::u16string ImportResult::print(unsigned indent) const {
   text += newLine + u"Updated...: " + numberToText(updated);
   text += newLine + u"Created...: " + numberToText(created);
   text += newLine + u"MESSAGES:";
-  for (const std::u16string& message : messages) text += u"\n\t" + tabs + message;
+  for (const std::u16string& message : messages) text.append(u"\n\t").append(tabs).append(message);
   return text;
 }
 

@@ -18,7 +18,7 @@ constexpr const char* filterSettingItem = "FilterSetting";
 std::uint32_t countMatches(DBHANDLE db) {
   notes::OwnedFormula formula;
   STATUS status = notes::compileFormula(
-      "SELECT @LowerCase(Form) = \"qbprofile\" & FilterSetting=\"1\"", formula.handle);
+      R"(SELECT @LowerCase(Form) = "qbprofile" & FilterSetting="1")", formula.handle);
   if (status != 0) throw UserCountError(u"Could not compile searchFormula: " + errorText(status));
   std::uint32_t count = 0;
   status = notes::searchNotes(db, formula.handle, nullptr, [&count](NOTEID) { ++count; });
@@ -31,7 +31,7 @@ NOTEID lastMatch(DBHANDLE db, const std::string& replicaId) {
   // The compiled formula is not freed: it stays with the library until the end of its use.
   FORMULAHANDLE formula = 0;
   STATUS status = notes::compileFormula(
-      "SELECT @LowerCase(Form) = \"qbprofile\" & REPLICAID=\"" + replicaId + "\"", formula);
+      R"(SELECT @LowerCase(Form) = "qbprofile" & REPLICAID=")" + replicaId + '"', formula);
   if (status != 0) throw Error(u"Could not compile searchFormula: " + errorText(status));
   NOTEID last = 0;
   status = notes::searchNotes(db, formula, nullptr, [&last](NOTEID id) { last = id; });
