@@ -141,16 +141,24 @@ void VRXConfiguration::readActiveConfiguration() {
 }
 
 void VRXConfiguration::searchActiveNotes(DBHANDLE db) {
-  notes::OwnedFormula formula;
-  STATUS status = notes::compileFormula("SELECT ActiveConfiguration =\"Yes\"", formula.handle);
-  if (status != 0) {
-    throw ConfigurationError(u"Could not compile configuration-search-formula: " +
-                             errorText(status));
+  STATUS compiled = 0;
+  STATUS searched = 0;
+  {
+    notes::OwnedFormula formula;
+    compiled = notes::compileFormula(R"(SELECT ActiveConfiguration ="Yes")", formula.handle);
+    if (compiled == 0) {
+      searched = notes::searchNotes(db, formula.handle, "Configurations",
+                                    [this](NOTEID id) { visitNote(id); });
+    }
   }
-  status = notes::searchNotes(db, formula.handle, "Configurations",
-                              [this](NOTEID id) { visitNote(id); });
-  if (status != 0) {
-    throw ConfigurationError(u"Could not complete search for configuration: " + errorText(status));
+  // The formula is given back before the library is asked for words.
+  if (compiled != 0) {
+    throw ConfigurationError(u"Could not compile configuration-search-formula: " +
+                             errorText(compiled));
+  }
+  if (searched != 0) {
+    throw ConfigurationError(u"Could not complete search for configuration: " +
+                             errorText(searched));
   }
 }
 
