@@ -29,10 +29,15 @@ class finder {
 
   /// The first occurrence at or behind `from`, or npos.
   std::size_t find(std::string_view text, std::size_t from) const {
-    for (std::size_t at = from, matched = 0; at < text.size(); ++at) {
-      if (matched == 0) at = text.find(pattern_.front(), at);
-      if (at == std::string_view::npos) break;
-      matched = extended(matched, fold_(text[at]));
+    std::size_t matched = 0;
+    for (std::size_t at = from; at < text.size(); ++at) {
+      if (matched > 0) {
+        matched = extended(matched, fold_(text[at]));
+      } else {
+        at = text.find(pattern_.front(), at);
+        if (at == std::string_view::npos) break;
+        matched = 1;
+      }
       if (matched == pattern_.size()) return at + 1 - matched;
     }
     return std::string_view::npos;

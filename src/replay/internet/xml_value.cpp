@@ -1,6 +1,8 @@
 #include "replay/internet/xml_value.h"
 
+#include <array>
 #include <cstddef>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -19,11 +21,26 @@ struct entity {
 constexpr entity entities[] = {
     {"&lt;", "<"}, {"&gt;", ">"}, {"&amp;", "&"}, {"&apos;", "'"}, {"&quot;", "\""}};
 
+// The lower-case form of each character, which a call for each tag of a document would be slow to
+// give.
+class lower_case {
+ public:
+  lower_case() {
+    for (std::size_t value = 0; value < table_.size(); ++value) {
+      table_[value] = lowered(static_cast<char>(value));
+    }
+  }
+  char operator()(char character) const { return table_[static_cast<unsigned char>(character)]; }
+
+ private:
+  std::array<char, 256> table_{};
+};
+
 // Where the name of the first such tag at or behind `from` begins, or npos.
-std::size_t find_tag(std::string_view document, std::string_view name, std::size_t from) {
+std::size_t find_tag(std::string_view document, std::string_view name, std::size_t from,
+                     const lower_case& fold) {
   if (name.starts_with('<')) return std::string_view::npos;  // of a run, the last "<" opens the tag
-  const auto fold = [](char character) { return lowered(character); };
-  const std::size_t tag = finder("<" + lowered(name), fold).find(document, from);
+  const std::size_t tag = finder("<" + lowered(name), std::cref(fold)).find(document, from);
   return tag == std::string_view::npos ? tag : tag + 1;
 }
 
@@ -39,9 +56,10 @@ std::string_view text_behind(std::string_view document, std::size_t from) {
 bool scan_value(std::string_view document, std::string_view path, std::string& out) {
   const std::vector<std::string> names = split(path, ".");
   if (names.empty()) return false;
+  const lower_case fold;
   std::size_t position = 0;
   for (const std::string& name : names) {
-    position = find_tag(document, name, position);
+    position = find_tag(document, name, position, fold);
     if (position == std::string_view::npos) return false;
   }
   std::string value(text_behind(document, position));
