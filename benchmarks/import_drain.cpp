@@ -1,6 +1,5 @@
 // The import of a directory takes time in proportion to its entries. The Notes library is a table
 // of functions that answer at once, so that the time is the import's own.
-#include <algorithm>
 #include <cstring>
 #include <string_view>
 
@@ -42,10 +41,13 @@ STATUS NOTES_CALL itemInfo(NOTEHANDLE, const char*, WORD, void*, WORD* type, voi
   return 0;
 }
 
+WORD put(std::string_view text, char* buffer) {
+  buffer[text.copy(buffer, text.size())] = '\0';
+  return static_cast<WORD>(text.size());
+}
+
 WORD NOTES_CALL itemText(NOTEHANDLE, const char* item, char* buffer, WORD) {
-  const char* const text = std::strcmp(item, "Type") == 0 ? "Person" : "mail/user.nsf";
-  std::strcpy(buffer, text);
-  return static_cast<WORD>(std::strlen(text));
+  return put(std::strcmp(item, "Type") == 0 ? "Person" : "mail/user.nsf", buffer);
 }
 
 void answerAtOnce() {
@@ -56,7 +58,7 @@ void answerAtOnce() {
   api.NSFDbClose = [](DBHANDLE) -> STATUS { return 0; };
   api.NSFDbReplicaInfoGet = [](DBHANDLE, DBREPLICAINFO*) -> STATUS { return 0; };
   api.NSFDbInfoGet = [](DBHANDLE, char*) -> STATUS { return 0; };
-  api.NSFDbInfoParse = [](char*, WORD, char* title, WORD) { std::strcpy(title, "User"); };
+  api.NSFDbInfoParse = [](char*, WORD, char* title, WORD) { put("User", title); };
   api.NSFProfileOpen = [](DBHANDLE, const char*, WORD, const char*, WORD, BOOL,
                           NOTEHANDLE* note) -> STATUS { return *note = 1, STATUS{0}; };
   api.NSFNoteOpen = [](DBHANDLE, NOTEID, WORD, NOTEHANDLE* note) -> STATUS {
@@ -69,7 +71,7 @@ void answerAtOnce() {
   api.NSFSearch = search;
   api.OSPathNetParse = [](const char*, char*, char*, char*) -> STATUS { return 0; };
   api.OSPathNetConstruct = [](const char*, const char*, const char*, char* path) -> STATUS {
-    return std::strcpy(path, "mail/user.nsf"), STATUS{0};
+    return put("mail/user.nsf", path), STATUS{0};
   };
 }
 
