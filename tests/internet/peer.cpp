@@ -29,8 +29,8 @@ bool receive(NativeSocket socket, std::string& bytes) {
 
 void sendAll(NativeSocket socket, const std::string& bytes) {
   for (std::size_t begin = 0; begin < bytes.size();) {
-    const auto part = static_cast<int>(bytes.size() - begin);
-    const auto count = ::send(socket, bytes.data() + begin, static_cast<unsigned>(part), sendFlags);
+    const auto count = ::send(socket, bytes.data() + begin,
+                              static_cast<NativeCount>(bytes.size() - begin), sendFlags);
     if (count <= 0) return;
     begin += static_cast<std::size_t>(count);
   }

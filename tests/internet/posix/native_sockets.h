@@ -6,10 +6,13 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <cstddef>
+
 namespace test {
 
 using NativeSocket = int;
 using NativeLength = socklen_t;
+using NativeCount = std::size_t;
 inline constexpr int sendFlags = MSG_NOSIGNAL;
 
 inline bool isOpen(NativeSocket socket) { return socket >= 0; }

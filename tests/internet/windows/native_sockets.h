@@ -8,6 +8,7 @@ namespace test {
 
 using NativeSocket = SOCKET;
 using NativeLength = int;
+using NativeCount = int;
 inline constexpr int sendFlags = 0;
 
 inline bool isOpen(NativeSocket socket) { return socket != INVALID_SOCKET; }
