@@ -7,12 +7,10 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "replay/finder.h"
+
 namespace replay {
 namespace {
-
-char lower(char character) {
-  return static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
-}
 
 char upper(char character) {
   return static_cast<char>(std::toupper(static_cast<unsigned char>(character)));
@@ -54,7 +52,13 @@ bool starts_with(std::string_view text, std::string_view prefix) {
   return text.starts_with(prefix);
 }
 
-void to_lower(std::string& text) { std::transform(text.begin(), text.end(), text.begin(), lower); }
+char lowered(char character) {
+  return static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+}
+
+void to_lower(std::string& text) {
+  for (char& character : text) character = lowered(character);
+}
 
 void to_upper(std::string& text) { std::transform(text.begin(), text.end(), text.begin(), upper); }
 
@@ -71,12 +75,14 @@ bool iequals(std::string_view left, std::string_view right) {
 bool iless(std::string_view left, std::string_view right) { return lowered(left) < lowered(right); }
 
 void replace_all(std::string& text, std::string_view pattern, std::string_view replacement) {
-  std::size_t found = pattern.empty() ? std::string::npos : text.find(pattern);
+  if (pattern.empty()) return;
+  const finder search{std::string(pattern)};
+  std::size_t found = search.find(text, 0);
   if (found == std::string::npos) return;
   // Building the result anew keeps the time linear: each byte moves once.
   std::string result;
   std::size_t done = 0;
-  for (; found != std::string::npos; found = text.find(pattern, done)) {
+  for (; found != std::string::npos; found = search.find(text, done)) {
     result.append(text, done, found - done).append(replacement);
     done = found + pattern.size();
   }

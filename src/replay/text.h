@@ -16,6 +16,7 @@ namespace replay {
 bool starts_with(std::string_view text, std::string_view prefix);
 
 /// Change each letter by the runtime library's own rule for a single character.
+char lowered(char character);
 void to_lower(std::string& text);
 void to_upper(std::string& text);
 std::string lowered(std::string_view text);
@@ -25,7 +26,7 @@ bool iequals(std::string_view left, std::string_view right);
 bool iless(std::string_view left, std::string_view right);
 
 /// Replaces each occurrence of `pattern`, from the start on and never within what was inserted. An
-/// empty pattern occurs nowhere.
+/// empty pattern occurs nowhere. Takes time in proportion to text, pattern and result.
 void replace_all(std::string& text, std::string_view pattern, std::string_view replacement);
 
 /// The maximal runs of characters that are not in `separators`, in order; none of them is empty.
