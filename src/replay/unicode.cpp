@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstddef>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <span>
 
@@ -44,11 +45,40 @@ constexpr failure widening_failures[] = {
 
 // Whether the system takes its strict flags for a page; for the others it refuses the whole call.
 bool allows_checks(codepage page) {
-  constexpr codepage without_checks[] = {42,    50221, 50222, 50225, 50227,
-                                         50229, 52936, 54936, 65000, 65001};
-  const bool is_iscii = page >= 57002 && page <= 57011;
-  return !is_iscii && !std::ranges::binary_search(without_checks, page);
+  switch (page) {
+    case 42:
+    case 50221:
+    case 50222:
+    case 50225:
+    case 50227:
+    case 50229:
+    case 52936:
+    case 54936:
+    case 65000:
+    case 65001:
+      return false;
+    default:
+      return page < 57002 || page > 57011;
+  }
 }
+
+// Room for a result of which only the most is known: not filled with zeros first, and that of a
+// short text on the stack.
+template <typename Unit>
+class working_buffer {
+ public:
+  explicit working_buffer(std::size_t size) : size_(size) {
+    if (size > std::size(few_)) many_ = std::make_unique_for_overwrite<Unit[]>(size);
+  }
+
+  std::span<Unit> units() { return {many_ ? many_.get() : few_, size_}; }
+  std::basic_string<Unit> first(std::size_t count) { return {units().data(), count}; }
+
+ private:
+  std::size_t size_;
+  Unit few_[256];
+  std::unique_ptr<Unit[]> many_;
+};
 
 std::string low_bytes(std::u16string_view text) {
   std::string bytes;
@@ -132,26 +162,24 @@ std::string to_narrow(std::u16string_view text, codepage page, bool strict) {
   const auto number = static_cast<std::uint32_t>(page);
   const std::size_t character_size = platform::maximumCharacterSize(number);
   if (character_size == 0) throw invalid_codepage("");
-  std::string result(text.size() * character_size, '\0');
+  working_buffer<char> result(text.size() * character_size);
   bool used_default = false;
-  const platform::Conversion conversion =
-      platform::wideToNarrow(number, text, result, allows_checks(page) ? &used_default : nullptr);
+  const platform::Conversion conversion = platform::wideToNarrow(
+      number, text, result.units(), allows_checks(page) ? &used_default : nullptr);
   // A replaced character is the better reason where the conversion has also failed.
   if (used_default && strict) throw unmappable_character("");
   if (conversion.length == 0) raise_narrowing_failure(conversion.error);
-  result.resize(conversion.length);
-  return result;
+  return result.first(conversion.length);
 }
 
 std::u16string to_wide(std::string_view text, codepage page) {
   if (text.empty()) return {};
   if (page == ascii) return widened_bytes(text);
-  std::u16string result(text.size(), u'\0');
-  const platform::Conversion conversion =
-      platform::narrowToWide(static_cast<std::uint32_t>(page), allows_checks(page), text, result);
+  working_buffer<char16_t> result(text.size());
+  const platform::Conversion conversion = platform::narrowToWide(
+      static_cast<std::uint32_t>(page), allows_checks(page), text, result.units());
   if (conversion.length == 0) raise_widening_failure(conversion.error);
-  result.resize(conversion.length);
-  return result;
+  return result.first(conversion.length);
 }
 
 std::string to_utf8(std::string_view text) { return to_narrow(to_wide(text, 0), 65001, true); }

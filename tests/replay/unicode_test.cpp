@@ -93,6 +93,16 @@ TEST(Unicode, EmbeddedZerosAreText) {
   EXPECT_EQ(to_utf8("\x80\0\xE9"sv), "\xE2\x82\xAC\0\xC3\xA9"sv);
 }
 
+TEST(Unicode, LongTextsAreWholeInBothDirections) {
+  for (const codepage page : {1252, 65000, 65001}) {
+    for (const std::size_t length : {50U, 51U, 52U, 63U, 64U, 65U, 255U, 256U, 257U, 100'000U}) {
+      std::u16string text(length, u'\u00E9');
+      text.back() = u'z';
+      EXPECT_TRUE(to_wide(to_narrow(text, page, true), page) == text) << page << ' ' << length;
+    }
+  }
+}
+
 TEST(Unicode, NamesOfCharacterSetsFindTheirPages) {
   constexpr codepage missing = -2;
   struct {

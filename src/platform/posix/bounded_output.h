@@ -2,7 +2,10 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <span>
 #include <string_view>
 #include <type_traits>
@@ -33,11 +36,13 @@ class BoundedOutput {
   std::size_t putAscii(std::basic_string_view<From> text) {
     const std::size_t limit = std::min(text.size(), room());
     std::size_t done = 0;
-    // Most text is runs of ASCII, and a block of fixed size is one step of the vector unit.
-    while (limit - done >= block && isAscii(text.data() + done)) {
+    // Most text is runs of ASCII. A block is written whole, and what comes after its ASCII over it.
+    while (limit - done >= block) {
       for (std::size_t i = 0; i < block; ++i) next_[i] = static_cast<Unit>(text[done + i]);
-      next_ += block;
-      done += block;
+      const std::size_t count = asciiUnits(text.data() + done);
+      next_ += count;
+      done += count;
+      if (count < block) return done;
     }
     for (; done < limit && bits(text[done]) < 0x80; ++done)
       *next_++ = static_cast<Unit>(text[done]);
@@ -52,7 +57,7 @@ class BoundedOutput {
   }
 
  private:
-  static constexpr std::size_t block = 16;
+  static constexpr std::size_t block = 8;
 
   std::size_t room() const { return static_cast<std::size_t>(end_ - next_); }
 
@@ -61,11 +66,25 @@ class BoundedOutput {
     return static_cast<std::make_unsigned_t<From>>(unit);
   }
 
+  // The number of ASCII units that a block begins with.
   template <typename From>
-  static bool isAscii(const From* units) {
-    unsigned all = 0;
-    for (std::size_t i = 0; i < block; ++i) all |= bits(units[i]);
-    return all < 0x80;
+  static std::size_t asciiUnits(const From* units) {
+    using Word = std::uint64_t;
+    constexpr std::size_t unitsOfWord = sizeof(Word) / sizeof(From);
+    constexpr Word notAscii = sizeof(From) == 1 ? 0x8080808080808080 : 0xFF80FF80FF80FF80;
+    for (std::size_t at = 0; at < block; at += unitsOfWord) {
+      Word word = 0;
+      std::memcpy(&word, units + at, sizeof(word));
+      word &= notAscii;
+      if (word != 0) return at + clearBitsInFront(word) / (8 * sizeof(From));
+    }
+    return block;
+  }
+
+  // In front as the memory goes.
+  static std::size_t clearBitsInFront(std::uint64_t word) {
+    const bool little = std::endian::native == std::endian::little;
+    return static_cast<std::size_t>(little ? std::countr_zero(word) : std::countl_zero(word));
   }
 
   Unit* begin_;

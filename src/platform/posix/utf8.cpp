@@ -11,6 +11,7 @@ namespace {
 constexpr char16_t replacement = 0xFFFD;
 
 bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
+bool isSurrogate(char32_t unit) { return (unit & 0xF800) == 0xD800; }
 bool isHighSurrogate(char32_t unit) { return (unit & 0xFC00) == 0xD800; }
 bool isLowSurrogate(char32_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
@@ -40,15 +41,18 @@ class Bytes {
   std::string_view text_;
 };
 
-Sequence decodeThreeBytes(std::string_view text) {
-  if (text.size() < 3) return malformed(text.size());
+// The character of well-formed three bytes that `text` begins with, or 0.
+char32_t threeByteCharacter(std::string_view text) {
   const Bytes bytes(text);
-  if (!bytes.continues(1)) return malformed(1);
-  const char32_t start = (bytes.lead() & 0x0F) << 6 | bytes.payload(1);
-  const bool overlong = start < 0x800 >> 6;
-  const bool surrogate = start >= 0xD800 >> 6 && start <= 0xDFFF >> 6;
-  if (overlong || surrogate || !bytes.continues(2)) return malformed(2);
-  return {start << 6 | bytes.payload(2), 3, true};
+  if (bytes.lead() >> 4 != 0xE || text.size() < 3) return 0;
+  const char32_t character = (bytes.lead() & 0x0F) << 12 | bytes.payload(1) << 6 | bytes.payload(2);
+  const bool inRange = character >= 0x800 && !isSurrogate(character);
+  return inRange && bytes.continues(1) && bytes.continues(2) ? character : 0;
+}
+
+Sequence malformedThreeBytes(std::string_view text) {
+  if (text.size() < 3) return malformed(text.size());
+  return malformed(Bytes(text).continues(1) ? 2 : 1);
 }
 
 Sequence decodeFourBytes(std::string_view text) {
@@ -62,13 +66,13 @@ Sequence decodeFourBytes(std::string_view text) {
   return {start << 12 | bytes.payload(2) << 6 | bytes.payload(3), 4, true};
 }
 
-// Of a text that begins with no ASCII byte.
+// Of a text that begins with neither an ASCII byte nor well-formed three bytes.
 Sequence decodeSequence(std::string_view text) {
   const Bytes bytes(text);
   const char32_t lead = bytes.lead();
   if (lead < 0xC2 || lead > 0xF4) return malformed(1);
   if (lead >= 0xF0) return decodeFourBytes(text);
-  if (lead >= 0xE0) return decodeThreeBytes(text);
+  if (lead >= 0xE0) return malformedThreeBytes(text);
   if (text.size() < 2 || !bytes.continues(1)) return malformed(1);
   return {(lead & 0x1F) << 6 | bytes.payload(1), 2, true};
 }
@@ -77,27 +81,25 @@ Sequence decodeSequence(std::string_view text) {
 
 Conversion encodeUtf8(std::u16string_view text, std::span<char> buffer, bool& replaced) {
   BoundedOutput<char> out(buffer);
-  for (std::size_t at = 0; at < text.size();) {
-    char32_t unit = text[at];
+  const char16_t* const end = text.data() + text.size();
+  for (const char16_t* next = text.data(); next != end;) {
+    char32_t unit = *next;
     if (unit < 0x80) {
-      at += out.putAscii(text.substr(at));
+      next += out.putAscii(std::u16string_view(next, end));
       continue;
     }
-    ++at;
-    if (unit < 0x800) {
+    ++next;
+    if (unit >= 0x800 && !isSurrogate(unit)) {
+      out.put(0xE0 | unit >> 12, trail(unit >> 6), trail(unit));
+    } else if (unit < 0x800) {
       out.put(0xC0 | unit >> 6, trail(unit));
-      continue;
-    }
-    if (isHighSurrogate(unit) && at < text.size() && isLowSurrogate(text[at])) {
-      unit = 0x10000 + ((unit & 0x3FF) << 10 | (text[at++] & 0x3FFU));
+    } else if (isHighSurrogate(unit) && next != end && isLowSurrogate(*next)) {
+      unit = 0x10000 + ((unit & 0x3FF) << 10 | (*next++ & 0x3FFU));
       out.put(0xF0 | unit >> 18, trail(unit >> 12), trail(unit >> 6), trail(unit));
-      continue;
-    }
-    if (isHighSurrogate(unit) || isLowSurrogate(unit)) {
-      unit = replacement;
+    } else {
+      out.put(0xEF, 0xBF, 0xBD);
       replaced = true;
     }
-    out.put(0xE0 | unit >> 12, trail(unit >> 6), trail(unit));
   }
   return out.result();
 }
@@ -105,19 +107,27 @@ Conversion encodeUtf8(std::u16string_view text, std::span<char> buffer, bool& re
 Conversion decodeUtf8(std::string_view text, bool strict, std::span<char16_t> buffer) {
   BoundedOutput<char16_t> out(buffer);
   bool wellFormed = true;
-  while (!text.empty()) {
-    if (isAscii(text.front())) {
-      text.remove_prefix(out.putAscii(text));
+  const char* const end = text.data() + text.size();
+  for (const char* next = text.data(); next != end;) {
+    const std::string_view rest(next, end);
+    if (isAscii(*next)) {
+      next += out.putAscii(rest);
       continue;
     }
-    const Sequence next = decodeSequence(text);
-    if (next.character < 0x10000) {
-      out.put(next.character);
-    } else {
-      out.put(0xD7C0 + (next.character >> 10), 0xDC00 | (next.character & 0x3FF));
+    // Most of what is not ASCII, and faster apart from the rest.
+    if (const char32_t character = threeByteCharacter(rest); character != 0) {
+      out.put(character);
+      next += 3;
+      continue;
     }
-    wellFormed = wellFormed && next.wellFormed;
-    text.remove_prefix(next.length);
+    const Sequence sequence = decodeSequence(rest);
+    if (sequence.character < 0x10000) {
+      out.put(sequence.character);
+    } else {
+      out.put(0xD7C0 + (sequence.character >> 10), 0xDC00 | (sequence.character & 0x3FF));
+    }
+    wellFormed = wellFormed && sequence.wellFormed;
+    next += sequence.length;
   }
   // Want of room comes before malformed text, whichever was met first.
   const Conversion result = out.result();
