@@ -3,59 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <stdexcept>
 
 #include "replay/text.h"
+#include "support/slow_text.h"
 
 namespace replay {
 namespace {
 
 using namespace std::string_view_literals;
-
-using Scan = bool (*)(std::string_view document, std::string_view path, std::string& out);
-
-// What a scan gives, or the failure in its place. The out string is set before, so that one that
-// ought to be left alone shows.
-std::string outcome(Scan scan, std::string_view document, std::string_view path) {
-  std::string out = "untouched";
-  try {
-    return (scan(document, path, out) ? "true " : "false ") + out;
-  } catch (const std::out_of_range&) {
-    return "out of range " + out;
-  }
-}
-
-// The slow way of both, in place and step by step.
-void replaceInPlace(std::string& text, std::string_view pattern, std::string_view replacement) {
-  for (std::size_t at = text.find(pattern); at != std::string::npos;) {
-    text.erase(at, pattern.size()).insert(at, replacement);
-    at = text.find(pattern, at + replacement.size());
-  }
-}
-
-bool scanWithLoweredCopies(std::string_view document, std::string_view path, std::string& out) {
-  const std::vector<std::string> names = split(path, ".");
-  if (names.empty()) return false;
-  std::size_t pos = 0;
-  for (std::size_t current = 0; current < names.size();) {
-    pos = document.find('<', pos);
-    if (pos == std::string_view::npos) return false;
-    pos = document.find_first_not_of('<', pos);
-    if (pos == std::string_view::npos) return false;
-    if (lowered(document.substr(pos)).starts_with(lowered(names[current]))) ++current;
-  }
-  pos = document.find('>', pos);
-  pos = document.find_first_not_of('>', pos);
-  const std::size_t end = document.find('<', pos);
-  std::string value(document.substr(pos, end == std::string_view::npos ? end : end - pos));
-  replaceInPlace(value, "&lt;", "<");
-  replaceInPlace(value, "&gt;", ">");
-  replaceInPlace(value, "&amp;", "&");
-  replaceInPlace(value, "&apos;", "'");
-  replaceInPlace(value, "&quot;", "\"");
-  out = value;
-  return true;
-}
 
 class Generator {
  public:
