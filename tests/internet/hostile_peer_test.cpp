@@ -159,6 +159,8 @@ TEST_F(HostilePeer, WebRequestAsksItsParametersAndKeepsTheAnswer) {
   EXPECT_TRUE(peer.request().starts_with("GET /x?a=A.-_z9&b%20b=%E9%20%2F%7E&c= HTTP/1.1\r\n"));
   EXPECT_EQ(request.raw_body, "<a>\r\n\t<b> 1\t</b>\n</a>\r");
   EXPECT_EQ(request.body, "<a><b> 1</b></a>");
+  EXPECT_EQ(request.value("a.b"), " 1");
+  EXPECT_EQ(request.value("a.c"), "");
   request.parameters.clear();
   EXPECT_EQ(errorOf(request), u"");
   EXPECT_TRUE(peer.request().starts_with("GET /x? HTTP/1.1\r\n"));

@@ -27,10 +27,12 @@ std::uint32_t count_of(const std::string& bytes) {
 
 void send(raw& stream, const request& request, monitor_type& monitor, const std::string& method) {
   go_on(monitor.on_request(method, request.uri));
-  stream.write_line(method + " " + request.uri + " HTTP/1.1", false);
+  std::string line = method;
+  stream.write_line(line.append(" ").append(request.uri).append(" HTTP/1.1"), false);
   for (const auto& [name, value] : request.headers) {
     go_on(monitor.on_request_header(name, value));
-    stream.write_line(name + ": " + value, false);
+    line = name;
+    stream.write_line(line.append(": ").append(value), false);
   }
   stream.write_line("", true);
   if (request.body.empty()) return;

@@ -3,6 +3,7 @@
 #include "replay/internet/environment.h"
 #include "replay/internet/http.h"
 #include "replay/internet/transport.h"
+#include "replay/internet/xml_value.h"
 #include "replay/text.h"
 
 namespace replay::internet {
@@ -48,6 +49,16 @@ void WebRequest::execute() {
   raw_body = std::move(response.body);
   body = raw_body;
   for (const char* const dropped : {"\r", "\n", "\t"}) replace_all(body, dropped, "");
+}
+
+std::string WebRequest::value(std::string_view path) const {
+  std::string found;
+  scan_value(body, path, found);
+  return found;
+}
+
+bool WebRequest::scan_value(std::string_view document, std::string_view path, std::string& out) {
+  return internet::scan_value(document, path, out);
 }
 
 }  // namespace replay::internet

@@ -4,6 +4,7 @@
 #include <exception>
 #include <map>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace replay::internet {
@@ -26,6 +27,13 @@ class WebRequest {
   /// host, connection and reply, and for a status other than 200; the classes of environment and
   /// unicode come as they are.
   void execute();
+
+  /// The value in `body` at a path of element names, as scan_value() finds it; empty also where the
+  /// path is not found. Raises std::out_of_range as that does.
+  std::string value(std::string_view path) const;
+
+  /// scan_value() of xml_value.h.
+  static bool scan_value(std::string_view document, std::string_view path, std::string& out);
 
   std::string base_url;  ///< With a path, if there are parameters: up to where the query begins.
   std::map<std::string, std::string> parameters;
