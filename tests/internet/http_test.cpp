@@ -72,7 +72,8 @@ std::string outcome() {
   const std::string failure = failureOf([&] {
     const http::response reply = http::get(localRequest());
     text = std::to_string(reply.status);
-    for (const auto& [name, value] : reply.headers) text.append(" ").append(name + "=" + value);
+    for (const auto& [name, value] : reply.headers)
+      text.append(" ").append(name).append("=").append(value);
     text += "|" + reply.body;
   });
   return failure.empty() ? text : failure;

@@ -2,7 +2,7 @@
 
 #include <native_sockets.h>
 
-#include <cstring>
+#include <cstdlib>
 #include <mutex>
 #include <thread>
 
@@ -14,12 +14,25 @@ namespace {
 
 ::sockaddr* generic(::sockaddr_in& address) { return reinterpret_cast<::sockaddr*>(&address); }
 
+::sockaddr_in localAddress(std::uint16_t port) {
+  ::sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  address.sin_port = htons(port);
+  return address;
+}
+
+// Without its server no test says anything.
+void require(bool isDone) {
+  if (!isDone) std::abort();
+}
+
 template <typename Value>
 void setOption(NativeSocket socket, int level, int option, const Value& value) {
   ::setsockopt(socket, level, option, reinterpret_cast<const char*>(&value), sizeof value);
 }
 
-// The next byte, or false at the end of the connection.
+// Appends what has come; false at the end of the connection.
 bool receive(NativeSocket socket, std::string& bytes) {
   char buffer[4096];
   const auto count = ::recv(socket, buffer, sizeof buffer, 0);
@@ -41,14 +54,11 @@ void sendAll(NativeSocket socket, const std::string& bytes) {
 class Peer::Server {
  public:
   explicit Server(Reply reply) : reply_(std::move(reply)) {
-    listener_ = ::socket(AF_INET, SOCK_STREAM, 0);
-    ::sockaddr_in address{};
+    ::sockaddr_in address = localAddress(0);
     NativeLength length = sizeof address;
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    ::bind(listener_, generic(address), length);
-    ::listen(listener_, 64);
-    ::getsockname(listener_, generic(address), &length);
+    require(::bind(listener_, generic(address), length) == 0);
+    require(::listen(listener_, 64) == 0);
+    require(::getsockname(listener_, generic(address), &length) == 0);
     port_ = ntohs(address.sin_port);
     thread_ = std::thread([this] { serve(); });
   }
@@ -59,11 +69,8 @@ class Peer::Server {
     isEnding_ = true;
     // A connection of its own wakes the thread up.
     const NativeSocket waker = ::socket(AF_INET, SOCK_STREAM, 0);
-    ::sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(port_);
-    ::connect(waker, generic(address), sizeof address);
+    ::sockaddr_in address = localAddress(port_);
+    require(::connect(waker, generic(address), sizeof address) == 0);
     thread_.join();
     closeNative(waker);
     closeNative(listener_);
@@ -119,8 +126,8 @@ class Peer::Server {
   mutable std::mutex mutex_;
   Reply reply_;
   std::string request_;
-  NativeSocket listener_;
-  std::uint16_t port_;
+  NativeSocket listener_ = ::socket(AF_INET, SOCK_STREAM, 0);
+  std::uint16_t port_ = 0;
   std::atomic<bool> isEnding_ = false;
   std::thread thread_;
 };

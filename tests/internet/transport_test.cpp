@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "internet/script.h"
+#include "replay/text.h"
 
 namespace {
 
@@ -85,10 +86,10 @@ TEST(TransportFailure, EachErrorOfEachOperationHasItsClassAndMessage) {
       const std::size_t call = column < 4 ? column : 9 - column;
       std::string expected = row.classes[call];
       if (expected == generic_) {
-        expected = std::string("internet.transport[") + names[call] + "() returned status " +
-                   row.number + "]";
+        expected =
+            replay::format("internet.transport[%s() returned status %s]", names[call], row.number);
       } else if (!expected.empty() && expected.back() != ']') {
-        expected = "internet." + expected + "[" + names[call] + "() failed]";
+        expected = replay::format("internet.%s[%s() failed]", expected.c_str(), names[call]);
       }
       EXPECT_EQ(failureOf(operations[call]), expected) << row.error << " " << names[call];
     }

@@ -28,6 +28,13 @@ void take(Member& member, Operation* operation) {
   member = reinterpret_cast<Member>(operation);
 }
 
+// The system's own takes a record of four bytes in the place of the number.
+char* SOCKETS_CALL textOfAddress(std::uint32_t address) {
+  in_addr record{};
+  record.S_un.S_addr = address;
+  return ::inet_ntoa(record);
+}
+
 SocketsApi systemSockets() {
   SocketsApi api{};
   take(api.WSAStartup, ::WSAStartup);
@@ -45,12 +52,7 @@ SocketsApi systemSockets() {
   take(api.getservbyname, ::getservbyname);
   take(api.getservbyport, ::getservbyport);
   take(api.inet_addr, ::inet_addr);
-  // The system's own takes a record of 4 bytes, which 32-bit Windows passes like a number.
-  api.inet_ntoa = [](std::uint32_t address) -> char* {
-    in_addr record{};
-    record.S_un.S_addr = address;
-    return ::inet_ntoa(record);
-  };
+  api.inet_ntoa = textOfAddress;
   return api;
 }
 

@@ -7,8 +7,6 @@
 namespace replay::internet {
 namespace {
 
-constexpr bool is_line_end(char byte) { return byte == '\r' || byte == '\n'; }
-
 // Sixteen bytes at once, which the compiler maps to the machine's vector registers.
 using block = signed char __attribute__((vector_size(16)));
 constexpr std::size_t block_size = sizeof(block);

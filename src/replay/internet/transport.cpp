@@ -16,8 +16,6 @@ constexpr std::uint32_t receive_timeout = 30'000;  // milliseconds
 constexpr std::size_t receive_size = 8192;
 constexpr std::size_t largest_count = std::numeric_limits<int>::max();
 
-bool is_line_end(char byte) { return byte == '\r' || byte == '\n'; }
-
 }  // namespace
 
 base::~base() {
