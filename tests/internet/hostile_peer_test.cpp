@@ -16,12 +16,14 @@ using test::failureOf;
 using test::Peer;
 using Ending = Peer::Ending;
 
-// Counts for the peer what has arrived, and takes no more than one byte at once if asked to.
+// Counts for the peer what has arrived; a test may set the most that is taken at once, and another
+// time-out.
 class CountedTables : public test::Tables {
  public:
   CountedTables() {
     system_ = original();
     largest = 1 << 30;
+    timeout = 30'000;
     platform::sockets.recv = [](platform::SocketHandle socket, char* bytes, int count, int flags) {
       const int received = system_.recv(socket, bytes, std::min(count, largest), flags);
       if (received > 0) Peer::receivedByClient() += static_cast<std::size_t>(received);
@@ -29,13 +31,13 @@ class CountedTables : public test::Tables {
     };
     platform::sockets.setsockopt = [](platform::SocketHandle socket, int level, int option,
                                       const char*, int length) {
-      const std::uint32_t milliseconds = 50;
-      return system_.setsockopt(socket, level, option, reinterpret_cast<const char*>(&milliseconds),
+      return system_.setsockopt(socket, level, option, reinterpret_cast<const char*>(&timeout),
                                 length);
     };
   }
 
   static inline int largest = 0;
+  static inline std::uint32_t timeout = 0;  ///< milliseconds
 
  private:
   static inline platform::SocketsApi system_;
@@ -102,6 +104,7 @@ TEST_F(HostilePeer, HeaderBlockOfMegabytesComesThrough) {
 }
 
 TEST_F(HostilePeer, SilenceEndsWithTheTimeOut) {
+  CountedTables::timeout = 50;
   Peer peer({"", Ending::silence});
   const http::request request(peer.url());
   transport::tcp::raw stream;

@@ -78,7 +78,8 @@ addrinfo* windowsForm(const ::addrinfo& system) {
 
 void freeAddresses(addrinfo* list) {
   while (list != nullptr) {
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-static-cast-downcast): every record of a list is one
+    // Every record of a list is one.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-static-cast-downcast)
     const std::unique_ptr<Entry> entry(static_cast<Entry*>(list));
     list = entry->ai_next;
   }
