@@ -1,9 +1,18 @@
 // A client for plain HTTP/1.1.
+//
+// One connection for each request, which a monitor sees step by step and may abort. The client
+// reads until the server closes, or until the last chunk. No redirects, no proxy, no
+// authentication, and no connection is kept.
 #pragma once
 
+#include <cstdint>
+#include <map>
 #include <string>
+#include <string_view>
 
 #include "replay/exception.h"
+#include "replay/internet/address.h"
+#include "replay/text.h"
 
 namespace replay::internet::http {
 
@@ -29,5 +38,67 @@ class invalid_response : public generic {
     append_name("invalid_response");
   }
 };
+
+/// Orders the names of headers without regard to case.
+struct header_order {
+  bool operator()(std::string_view left, std::string_view right) const {
+    return iless(left, right);
+  }
+};
+
+using header_map = std::map<std::string, std::string, header_order>;
+
+struct request {
+  /// A request for `text`, "http://host:port/path" with all but the host optional. Resolves the
+  /// host; raises what address::ip4 raises. Another scheme than http counts as the host.
+  explicit request(const std::string& text);
+
+  address::ip4 address;
+  std::string uri;  ///< As it goes on the wire.
+  header_map headers;
+  std::string body;  ///< Whoever sets it adds the header "Content-Length".
+};
+
+struct response {
+  std::int32_t status = 0;
+  header_map headers;  ///< A repeated name keeps its last value.
+  std::string body;
+};
+
+/// Sees the steps of a request. Each operation returns true to go on and false to abort the
+/// request.
+class monitor_type {
+ public:
+  monitor_type() = default;
+  monitor_type(const monitor_type&) = default;
+  monitor_type& operator=(const monitor_type&) = default;
+  virtual ~monitor_type() = default;
+
+  /// The connection stands, and nothing has been sent.
+  virtual bool on_request(const std::string& method, const std::string& uri);
+  /// For each status line, also that of a reply that only says to go on.
+  virtual bool on_status(std::int32_t status);
+  /// Before a header is written.
+  virtual bool on_request_header(const std::string& name, const std::string& value);
+  /// Before a header is stored.
+  virtual bool on_response_header(const std::string& name, const std::string& value);
+  /// Before a body is written, all at once: `offset` is 0, `count` and `total` are its length.
+  virtual bool on_request_body(const std::string& body, std::uint32_t offset, std::uint32_t count,
+                               std::uint32_t total);
+  /// After a piece was appended: the body so far and its length, the length of the piece, and that
+  /// of the whole as the header "Content-Length" has it, 0 without one.
+  virtual bool on_response_body(const std::string& body, std::uint32_t length, std::uint32_t piece,
+                                std::int32_t total);
+};
+
+/// Sends the request with the word `method` and returns the reply, whatever its status. Raises
+/// aborted if the monitor says so, invalid_response, and closed for every failure of the
+/// connection, a refused one among them; other classes of transport and environment come as they
+/// are.
+response perform(const request& request, monitor_type& monitor, const std::string& method);
+
+/// perform() with "GET".
+response get(const request& request, monitor_type& monitor);
+response get(const request& request);
 
 }  // namespace replay::internet::http

@@ -1,0 +1,47 @@
+// Named values sent to a web server as a query, and the text that it answers.
+#pragma once
+
+#include <exception>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace replay::internet {
+
+class WebRequest {
+ public:
+  /// A failure as applications show it: one wide message.
+  class WebRequestError : public std::exception {
+   public:
+    explicit WebRequestError(std::u16string message) : message_(std::move(message)) {}
+
+    const std::u16string& message() const { return message_; }
+
+   private:
+    std::u16string message_;
+  };
+
+  /// Asks `base_url` with the values of `parameters` and keeps what was asked and answered in the
+  /// fields below. Names go as they are, values escaped. Raises WebRequestError for each failure of
+  /// host, connection and reply, and for a status other than 200; the classes of environment and
+  /// unicode come as they are.
+  void execute();
+
+  /// The value in `body` at a path of element names, as scan_value() finds it; empty also where the
+  /// path is not found. Raises std::out_of_range as that does.
+  std::string value(std::string_view path) const;
+
+  /// scan_value() of xml_value.h.
+  static bool scan_value(std::string_view document, std::string_view path, std::string& out);
+
+  std::string base_url;  ///< With a path, if there are parameters: up to where the query begins.
+  std::map<std::string, std::string> parameters;
+
+  std::string query;
+  std::string url;
+  std::string raw_body;  ///< As received.
+  std::string body;      ///< Without line ends and tabs.
+};
+
+}  // namespace replay::internet
