@@ -1,8 +1,11 @@
 // Addresses of hosts, and the look-up of names.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 
+#include "platform/sockets.h"
 #include "replay/exception.h"
 
 namespace replay::internet::address {
@@ -33,6 +36,57 @@ class service_not_found : public generic {
   explicit service_not_found(const std::string& message) : generic(message) {
     append_name("service_not_found");
   }
+};
+
+/// What sockets take as an address. Two addresses compare by size and then by their raw bytes,
+/// which hold the port as well as the host.
+class base {
+ public:
+  /// Takes over raw bytes. Raises invalid_address_format unless `size` is that of the address.
+  virtual void assign(const unsigned char* bytes, std::size_t size) = 0;
+  /// The raw bytes, `size()` of them, in network byte order.
+  virtual unsigned char* data() = 0;
+  virtual const unsigned char* data() const = 0;
+  virtual std::size_t size() const = 0;
+  /// The name of the host, or its dotted form where it has none. `flags` are those of the system's
+  /// look-up of names: 1 without the domain, 2 dotted, 4 with a name required; the dotted form
+  /// stands in for any failure. Raises environment::subsystem_not_ready, host_not_found or generic.
+  virtual std::string name(int flags) const = 0;
+  virtual std::uint16_t port() const = 0;
+  virtual bool equal_to(const base& other) const = 0;
+  virtual bool not_equal_to(const base& other) const = 0;
+  virtual bool less_than(const base& other) const = 0;
+
+ protected:
+  base() = default;
+  base(const base&) = default;
+  base& operator=(const base&) = default;
+  ~base() = default;
+};
+
+/// Host and port of the fourth version of the protocol. A plain value; nothing is destroyed through
+/// its base.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor)
+class ip4 final : public base {
+ public:
+  /// The host 255.255.255.255 and the port 0.
+  ip4() = default;
+  /// Looks `host` up, a name or a dotted address. Raises host_not_found, service_not_found, generic
+  /// or environment::subsystem_not_ready.
+  ip4(const std::string& host, std::uint16_t port);
+
+  void assign(const unsigned char* bytes, std::size_t size) override;
+  unsigned char* data() override;
+  const unsigned char* data() const override;
+  std::size_t size() const override { return sizeof block_; }
+  std::string name(int flags) const override;
+  std::uint16_t port() const override;
+  bool equal_to(const base& other) const override;
+  bool not_equal_to(const base& other) const override;
+  bool less_than(const base& other) const override;
+
+ private:
+  platform::sockaddr_in block_{platform::familyIp4, 0, platform::noAddress, {}};
 };
 
 }  // namespace replay::internet::address

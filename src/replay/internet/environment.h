@@ -1,8 +1,11 @@
 // The sockets library, held open for as long as an object lives.
+//
+// Each object starts the library once and stops it once; the system does the counting.
 #pragma once
 
 #include <string>
 
+#include "platform/sockets.h"
 #include "replay/exception.h"
 
 namespace replay::internet {
@@ -36,6 +39,20 @@ class environment {
       append_name("version_not_supported");
     }
   };
+
+  /// Starts the library in its version 1.1. Raises subsystem_not_ready, version_not_supported or
+  /// generic.
+  environment();
+  environment(const environment&) = delete;
+  environment& operator=(const environment&) = delete;
+  /// Stops the library; nobody sees a failure of that.
+  ~environment();
+
+  /// Stops the library; one that is not started is no failure. Raises subsystem_failed or generic.
+  void stop();
+
+ private:
+  platform::SocketLibraryData data_{};
 };
 
 }  // namespace replay::internet

@@ -1,0 +1,48 @@
+// The three look-ups of host names, which not every system's sockets library has.
+//
+// They come from the system's library if it has all three, and from the emulation otherwise, never
+// from both. Which it is, is settled by the first look-up of an object and stays so. The process
+// has one object; not guarded, since only one thread of the system resolves names.
+#pragma once
+
+#include <string>
+
+#include "platform/sockets.h"
+
+namespace replay::internet::address {
+
+class name_lookup {
+ public:
+  /// The addresses of `node`, for free_addr_info to release. 0 or an error number of Windows
+  /// sockets, which becomes the thread's last error as well.
+  int get_addr_info(const char* node, platform::addrinfo** list);
+
+  /// Longest name of a host, its closing zero included.
+  static constexpr std::uint32_t name_size = 1025;
+
+  /// Writes the name of the host at `address` into `name`, which has room for name_size bytes. The
+  /// result is that of get_addr_info.
+  int get_name_info(const void* address, int size, char* name, int flags);
+
+  void free_addr_info(platform::addrinfo* list);
+
+ private:
+  struct functions {
+    platform::GetAddrInfo getaddrinfo;
+    platform::GetNameInfo getnameinfo;
+    platform::FreeAddrInfo freeaddrinfo;
+  };
+
+  functions& loaded();
+  static void* load_library();
+  static void* load_library_with_lookups(const std::string& path);
+  static bool find_functions(void* library, functions& found);
+
+  functions functions_{};
+  bool is_loaded_ = false;
+};
+
+/// The object of the process.
+name_lookup& process_name_lookup();
+
+}  // namespace replay::internet::address

@@ -1,0 +1,53 @@
+// What tests of the network half share: the system's tables with members replaced, and failures as
+// texts.
+#pragma once
+
+#include <cstring>
+#include <string>
+
+#include "platform/sockets.h"
+#include "replay/exception.h"
+#include "replay/internet/name_lookup.h"
+
+namespace test {
+
+/// Puts the tables back at the end of a test, and lets the next look-up find its functions anew.
+class Tables {
+ public:
+  Tables() { lookup() = {}; }
+  Tables(const Tables&) = delete;
+  Tables& operator=(const Tables&) = delete;
+  ~Tables() {
+    platform::sockets = sockets_;
+    platform::systemLibraries = libraries_;
+    lookup() = {};
+  }
+
+  const platform::SocketsApi& original() const { return sockets_; }
+
+  /// Takes the system's look-ups of names away.
+  static void emulateLookups() {
+    platform::systemLibraries.LoadLibraryA = [](const char*) -> void* { return nullptr; };
+  }
+
+  static replay::internet::address::name_lookup& lookup() {
+    return replay::internet::address::process_name_lookup();
+  }
+
+ private:
+  platform::SocketsApi sockets_ = platform::sockets;
+  platform::SystemLibrariesApi libraries_ = platform::systemLibraries;
+};
+
+/// What a failed `action` tells: name and message of the class it raised. Empty if it raised none.
+template <typename Action>
+std::string failureOf(Action action) {
+  try {
+    action();
+  } catch (const replay::exception& failure) {
+    return failure.what();
+  }
+  return "";
+}
+
+}  // namespace test
