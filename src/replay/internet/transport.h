@@ -1,9 +1,20 @@
 // Sockets, and the byte streams on top of them.
+//
+// A stream is made, opened, connected, and then read and written in any order; its destructor
+// closes the socket. The sockets block, and an object is used by one thread at a time. A failed
+// call of the sockets library raises one of the classes below, or one of the environment's where
+// the library itself is down; every operation that calls it may.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
+#include <string_view>
 
+#include "platform/sockets.h"
 #include "replay/exception.h"
+#include "replay/internet/address.h"
+#include "replay/internet/byte_queue.h"
 
 namespace replay::internet::transport {
 
@@ -42,11 +53,52 @@ class address_not_valid : public generic {
   }
 };
 
+/// A socket that is opened once and closed once.
+class base {
+ public:
+  base() = default;
+  base(const base&) = delete;
+  base& operator=(const base&) = delete;
+  /// Closes the socket; nobody sees a failure of that.
+  virtual ~base();
+
+  /// Makes the socket, of the family of `address`.
+  virtual void open(const address::base& address) = 0;
+
+  /// Closes the socket if there is one.
+  void close();
+
+  /// Receives once into the `size` bytes at `buffer`; at least one byte. Raises connection_closed
+  /// if the peer has closed.
+  std::size_t receive(char* buffer, std::size_t size);
+
+  /// Sends until all is gone. Raises connection_closed if the system takes nothing more.
+  void send_all(const char* buffer, std::size_t size);
+
+  /// Lets a receive fail with connection_timed_out after 30 seconds. Connecting and sending have no
+  /// limit.
+  void set_receive_timeout();
+
+  /// Bytes that went over the socket so far, modulo 2^32.
+  std::uint32_t received() const { return received_; }
+  std::uint32_t sent() const { return sent_; }
+
+ protected:
+  void open_socket(const address::base& address, int type);
+  platform::SocketHandle socket() const { return socket_; }
+
+ private:
+  std::uint32_t received_ = 0;
+  std::uint32_t sent_ = 0;
+  platform::SocketHandle socket_ = platform::noSocket;
+};
+
 namespace tcp {
 
-/// What all streams have in common. The names of its failures follow their inheritance and say
-/// neither "tcp" nor "base".
-class base {
+/// What all streams have in common: a queue of bytes for each direction, between which and the
+/// socket stand flush and fill. The names of its failures follow their inheritance and say neither
+/// "tcp" nor "base".
+class base : public transport::base {
  public:
   class connection_failed : public generic {
    public:
@@ -103,6 +155,49 @@ class base {
       append_name("host_unreachable");
     }
   };
+
+  void open(const address::base& address) override;
+  void connect(const address::base& address);
+
+  /// Sends all that waits in the write queue.
+  virtual void flush() = 0;
+  /// Waits for bytes and adds them to the read queue, at least one.
+  virtual void fill() = 0;
+
+  /// Sets `line` to the bytes before the next CR or LF. One of each, in either order, is one line
+  /// end, so that the byte behind a terminator is waited for: raises connection_closed, with `line`
+  /// empty, if the peer closes right behind it.
+  void read_line(std::string& line);
+
+  /// Sets `bytes` to what has arrived, at least one byte and at most `maximum`.
+  void read(std::size_t maximum, std::string& bytes);
+  void read_some(std::string& bytes);
+
+  /// Appends to `bytes` what read() would set it to. Returns the number of bytes.
+  std::size_t append(std::size_t maximum, std::string& bytes);
+
+  /// Queues `text` and CR LF, to leave at the next flush or at once.
+  void write_line(std::string_view text, bool flush_now);
+
+  /// Sends `text`, behind all that waits.
+  void write(std::string_view text);
+
+ protected:
+  byte_queue& write_queue() { return write_queue_; }
+  byte_queue& read_queue() { return read_queue_; }
+
+ private:
+  byte_queue write_queue_;
+  byte_queue read_queue_;
+};
+
+/// The plain stream.
+class raw : public base {
+ public:
+  /// What waits is gone even if sending fails: a failed flush is not repeated.
+  void flush() override;
+  /// Receives once, at most 8,192 bytes.
+  void fill() override;
 };
 
 /// The stream over an established security context.
@@ -115,5 +210,15 @@ class ssl : public base {
 };
 
 }  // namespace tcp
+
+namespace udp {
+
+/// A socket for datagrams, without operations to send or receive any.
+class raw : public base {
+ public:
+  void open(const address::base& address) override;
+};
+
+}  // namespace udp
 
 }  // namespace replay::internet::transport
