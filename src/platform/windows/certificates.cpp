@@ -15,7 +15,26 @@ struct FreeChain {
 };
 using Chain = std::unique_ptr<const CERT_CHAIN_CONTEXT, FreeChain>;
 
-Chain chainOf(PCCERT_CONTEXT certificate) {
+struct CloseStore {
+  void operator()(void* store) const { CertCloseStore(store, 0); }
+};
+using Store = std::unique_ptr<void, CloseStore>;
+
+// The certificates that came with the server's, and the one that is trusted: a server need not send
+// it.
+Store knownCertificates(PCCERT_CONTEXT certificate, const std::string& trusted) {
+  Store all(CertOpenStore(CERT_STORE_PROV_COLLECTION, 0, 0, 0, nullptr));
+  const Store own(CertOpenStore(CERT_STORE_PROV_MEMORY, 0, 0, 0, nullptr));
+  CertAddEncodedCertificateToStore(
+      own.get(), X509_ASN_ENCODING, reinterpret_cast<const BYTE*>(trusted.data()),
+      static_cast<DWORD>(trusted.size()), CERT_STORE_ADD_ALWAYS, nullptr);
+  CertAddStoreToCollection(all.get(), own.get(), 0, 0);
+  CertAddStoreToCollection(all.get(), certificate->hCertStore, 0, 0);
+  return all;
+}
+
+Chain chainOf(PCCERT_CONTEXT certificate, const std::string& trusted) {
+  const Store known = knownCertificates(certificate, trusted);
   char serverUse[] = szOID_PKIX_KP_SERVER_AUTH;
   char* uses[] = {serverUse};
   CERT_CHAIN_PARA parameters{};
@@ -24,8 +43,8 @@ Chain chainOf(PCCERT_CONTEXT certificate) {
   parameters.RequestedUsage.Usage.cUsageIdentifier = 1;
   parameters.RequestedUsage.Usage.rgpszUsageIdentifier = uses;
   const CERT_CHAIN_CONTEXT* chain = nullptr;
-  CertGetCertificateChain(nullptr, certificate, nullptr, certificate->hCertStore, &parameters, 0,
-                          nullptr, &chain);
+  CertGetCertificateChain(nullptr, certificate, nullptr, known.get(), &parameters, 0, nullptr,
+                          &chain);
   return Chain(chain);
 }
 
@@ -43,7 +62,7 @@ bool holdsTrusted(const CERT_SIMPLE_CHAIN& chain, const std::string& der) {
 }
 
 std::uint32_t chainStatus(PCCERT_CONTEXT certificate, const CertificateTrust& trust) {
-  const Chain chain = chainOf(certificate);
+  const Chain chain = chainOf(certificate, trust.certificate);
   if (chain == nullptr || chain->cChain == 0) return sec::e_untrusted_root;
   DWORD errors = chain->TrustStatus.dwErrorStatus;
   if (!trust.certificate.empty()) {
