@@ -11,7 +11,6 @@ namespace {
 using namespace replay::internet::transport;
 using platform::SecurityBufferList;
 using platform::SecurityContext;
-using replay::internet::address::ip4;
 using test::failureOf;
 using test::Script;
 

@@ -50,14 +50,13 @@ SslSettings settingsFor(const CertificateTrust& trust) {
   return settings;
 }
 
-void setHost(SSL* ssl, const std::string& host) {
+void setHost(SSL* ssl, std::string host) {
   if (isDottedAddress(host)) {
     X509_VERIFY_PARAM_set1_ip_asc(SSL_get0_param(ssl), host.c_str());
   } else {
     SSL_set1_host(ssl, host.c_str());
     // The name that the server is asked for; OpenSSL's macro for it casts in C's way.
-    SSL_ctrl(ssl, SSL_CTRL_SET_TLSEXT_HOSTNAME, TLSEXT_NAMETYPE_host_name,
-             const_cast<char*>(host.c_str()));
+    SSL_ctrl(ssl, SSL_CTRL_SET_TLSEXT_HOSTNAME, TLSEXT_NAMETYPE_host_name, host.data());
   }
 }
 

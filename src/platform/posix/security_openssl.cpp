@@ -19,6 +19,7 @@ constexpr std::size_t lengthSize = 5;
 constexpr std::size_t largestBody = 16384 + 2048;
 
 OpensslConnection* connectionOf(const SecurityContext* context) {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): the record of the context holds numbers
   return reinterpret_cast<OpensslConnection*>(context->lower);
 }
 

@@ -52,10 +52,10 @@ TEST(TlsPeer, HandshakesAndReceives) {
       {"self_signed", "127.0.0.1", theSystem, handshakeStatus("0x80090325")},
       {"self_signed", "localhost", selfSigned, ""},
   };
-  for (const auto& [certificate, host, trust, expected] : table) {
-    const ip4 address = addressOf(certificate);
-    EXPECT_EQ(failureOf([&] { const tcp::ssl stream(address, host, trust); }), expected)
-        << certificate << " " << host;
+  for (const auto& row : table) {
+    const ip4 address = addressOf(row.certificate);
+    EXPECT_EQ(failureOf([&] { const tcp::ssl stream(address, row.host, row.trust); }), row.expected)
+        << row.certificate << " " << row.host;
   }
 
   tcp::ssl stream(addressOf("lines"), "localhost", authority);
