@@ -6,6 +6,7 @@
 #include "replay/internet/address.h"
 #include "replay/internet/environment.h"
 #include "replay/internet/http.h"
+#include "replay/internet/ssl.h"
 #include "replay/internet/transport.h"
 #include "replay/unicode.h"
 #include "replay/variant.h"

@@ -200,15 +200,6 @@ class raw : public base {
   void fill() override;
 };
 
-/// The stream over an established security context.
-class ssl : public base {
- public:
-  class security : public generic {
-   public:
-    explicit security(const std::string& message) : generic(message) { append_name("security"); }
-  };
-};
-
 }  // namespace tcp
 
 namespace udp {
