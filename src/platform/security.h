@@ -14,9 +14,7 @@
 #include <string>
 #include <vector>
 
-#ifndef SYSTEM_CALL
-#error "SYSTEM_CALL, the calling convention of the system's libraries, is not defined"
-#endif
+#include "platform/system_call.h"
 
 namespace platform {
 

@@ -10,13 +10,9 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace platform {
+#include "platform/system_call.h"
 
-/// The calling convention of the members; the build gives it: __stdcall on 32-bit Windows, nothing
-/// elsewhere.
-#ifndef SOCKETS_CALL
-#error "SOCKETS_CALL, the calling convention of the sockets library, is not defined"
-#endif
+namespace platform {
 
 /// Error numbers of Windows sockets, by their names in lower case.
 namespace wsa {
@@ -125,42 +121,42 @@ struct servent {
 
 /// Pointers to addresses are to a sockaddr_in or to another family's record, of the given length.
 struct SocketsApi {
-  int(SOCKETS_CALL* WSAStartup)(std::uint16_t version, SocketLibraryData* data);
-  int(SOCKETS_CALL* WSACleanup)();
-  int(SOCKETS_CALL* WSAGetLastError)();
-  void(SOCKETS_CALL* WSASetLastError)(int error);
-  SocketHandle(SOCKETS_CALL* socket)(int family, int type, int protocol);
-  int(SOCKETS_CALL* connect)(SocketHandle socket, const void* address, int length);
-  int(SOCKETS_CALL* send)(SocketHandle socket, const char* bytes, int count, int flags);
-  int(SOCKETS_CALL* recv)(SocketHandle socket, char* bytes, int count, int flags);
-  int(SOCKETS_CALL* closesocket)(SocketHandle socket);
-  int(SOCKETS_CALL* setsockopt)(SocketHandle socket, int level, int option, const char* value,
-                                int length);
-  hostent*(SOCKETS_CALL* gethostbyname)(const char* name);
-  hostent*(SOCKETS_CALL* gethostbyaddr)(const char* address, int length, int family);
-  servent*(SOCKETS_CALL* getservbyname)(const char* name, const char* protocol);
-  servent*(SOCKETS_CALL* getservbyport)(int port, const char* protocol);
-  std::uint32_t(SOCKETS_CALL* inet_addr)(const char* text);
-  char*(SOCKETS_CALL* inet_ntoa)(std::uint32_t address);
+  int(SYSTEM_CALL* WSAStartup)(std::uint16_t version, SocketLibraryData* data);
+  int(SYSTEM_CALL* WSACleanup)();
+  int(SYSTEM_CALL* WSAGetLastError)();
+  void(SYSTEM_CALL* WSASetLastError)(int error);
+  SocketHandle(SYSTEM_CALL* socket)(int family, int type, int protocol);
+  int(SYSTEM_CALL* connect)(SocketHandle socket, const void* address, int length);
+  int(SYSTEM_CALL* send)(SocketHandle socket, const char* bytes, int count, int flags);
+  int(SYSTEM_CALL* recv)(SocketHandle socket, char* bytes, int count, int flags);
+  int(SYSTEM_CALL* closesocket)(SocketHandle socket);
+  int(SYSTEM_CALL* setsockopt)(SocketHandle socket, int level, int option, const char* value,
+                               int length);
+  hostent*(SYSTEM_CALL* gethostbyname)(const char* name);
+  hostent*(SYSTEM_CALL* gethostbyaddr)(const char* address, int length, int family);
+  servent*(SYSTEM_CALL* getservbyname)(const char* name, const char* protocol);
+  servent*(SYSTEM_CALL* getservbyport)(int port, const char* protocol);
+  std::uint32_t(SYSTEM_CALL* inet_addr)(const char* text);
+  char*(SYSTEM_CALL* inet_ntoa)(std::uint32_t address);
 };
 
 extern SocketsApi sockets;
 
 /// The look-ups that not every system's sockets library has; they are found by name.
-using GetAddrInfo = int(SOCKETS_CALL*)(const char* node, const char* service, const addrinfo* hints,
-                                       addrinfo** result);
-using GetNameInfo = int(SOCKETS_CALL*)(const void* address, int length, char* host,
-                                       std::uint32_t hostLength, char* service,
-                                       std::uint32_t serviceLength, int flags);
-using FreeAddrInfo = void(SOCKETS_CALL*)(addrinfo* list);
+using GetAddrInfo = int(SYSTEM_CALL*)(const char* node, const char* service, const addrinfo* hints,
+                                      addrinfo** result);
+using GetNameInfo = int(SYSTEM_CALL*)(const void* address, int length, char* host,
+                                      std::uint32_t hostLength, char* service,
+                                      std::uint32_t serviceLength, int flags);
+using FreeAddrInfo = void(SYSTEM_CALL*)(addrinfo* list);
 
 struct SystemLibrariesApi {
-  using Function = void(SOCKETS_CALL*)();
+  using Function = void(SYSTEM_CALL*)();
 
-  unsigned(SOCKETS_CALL* GetSystemDirectoryA)(char* buffer, unsigned size);
-  void*(SOCKETS_CALL* LoadLibraryA)(const char* path);
-  Function(SOCKETS_CALL* GetProcAddress)(void* library, const char* name);
-  int(SOCKETS_CALL* FreeLibrary)(void* library);
+  unsigned(SYSTEM_CALL* GetSystemDirectoryA)(char* buffer, unsigned size);
+  void*(SYSTEM_CALL* LoadLibraryA)(const char* path);
+  Function(SYSTEM_CALL* GetProcAddress)(void* library, const char* name);
+  int(SYSTEM_CALL* FreeLibrary)(void* library);
 };
 
 extern SystemLibrariesApi systemLibraries;

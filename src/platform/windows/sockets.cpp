@@ -29,7 +29,7 @@ void take(Member& member, Operation* operation) {
 }
 
 // The system's own takes a record of four bytes in the place of the number.
-char* SOCKETS_CALL textOfAddress(std::uint32_t address) {
+char* SYSTEM_CALL textOfAddress(std::uint32_t address) {
   in_addr record{};
   record.S_un.S_addr = address;
   return ::inet_ntoa(record);

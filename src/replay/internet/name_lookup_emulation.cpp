@@ -231,8 +231,8 @@ int write_host(const sockaddr_in& address, char* buffer, std::uint32_t length, i
 
 }  // namespace
 
-int SOCKETS_CALL getaddrinfo(const char* node, const char* service, const addrinfo* hints,
-                             addrinfo** result) {
+int SYSTEM_CALL getaddrinfo(const char* node, const char* service, const addrinfo* hints,
+                            addrinfo** result) {
   *result = nullptr;
   if (node == nullptr && service == nullptr) return wsa::host_not_found;
   query wanted;
@@ -247,8 +247,8 @@ int SOCKETS_CALL getaddrinfo(const char* node, const char* service, const addrin
   return error;
 }
 
-int SOCKETS_CALL getnameinfo(const void* address, int length, char* host, std::uint32_t host_length,
-                             char* service, std::uint32_t service_length, int flags) {
+int SYSTEM_CALL getnameinfo(const void* address, int length, char* host, std::uint32_t host_length,
+                            char* service, std::uint32_t service_length, int flags) {
   sockaddr_in block{};
   if (address == nullptr || length < static_cast<int>(sizeof block)) return wsa::no_recovery;
   std::memcpy(&block, address, sizeof block);
@@ -262,7 +262,7 @@ int SOCKETS_CALL getnameinfo(const void* address, int length, char* host, std::u
   return error;
 }
 
-void SOCKETS_CALL freeaddrinfo(addrinfo* list) {
+void SYSTEM_CALL freeaddrinfo(addrinfo* list) {
   while (list != nullptr) {
     addrinfo* const next = list->ai_next;
     delete[] list->ai_canonname;

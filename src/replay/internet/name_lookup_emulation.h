@@ -21,12 +21,12 @@ inline constexpr int name_required = 4;
 inline constexpr int numeric_service = 8;
 inline constexpr int datagram = 16;
 
-int SOCKETS_CALL getaddrinfo(const char* node, const char* service, const platform::addrinfo* hints,
-                             platform::addrinfo** result);
+int SYSTEM_CALL getaddrinfo(const char* node, const char* service, const platform::addrinfo* hints,
+                            platform::addrinfo** result);
 
-int SOCKETS_CALL getnameinfo(const void* address, int length, char* host, std::uint32_t host_length,
-                             char* service, std::uint32_t service_length, int flags);
+int SYSTEM_CALL getnameinfo(const void* address, int length, char* host, std::uint32_t host_length,
+                            char* service, std::uint32_t service_length, int flags);
 
-void SOCKETS_CALL freeaddrinfo(platform::addrinfo* list);
+void SYSTEM_CALL freeaddrinfo(platform::addrinfo* list);
 
 }  // namespace replay::internet::address::emulation
