@@ -11,6 +11,7 @@
 #include "fault_sweep/expectations.h"
 #include "fault_sweep/report.h"
 #include "fault_sweep/world.h"
+#include "platform/process.h"
 
 namespace {
 
@@ -56,15 +57,25 @@ std::string shown(const Difference& difference) {
   return text;
 }
 
+void setEnvironment() {
+  // A finished run exits with 1, as a program of the sanitizers does that found something.
+  ::setenv("ASAN_OPTIONS", "exitcode=99", 1);
+  ::setenv("UBSAN_OPTIONS", "exitcode=99", 1);
+  // Without a data directory the logs land at the root of the file system, named after the local
+  // second. Each process has its own, so that none meets those of another.
+  const std::uint32_t offset = platform::processNumber() * 7919U % 86400U;
+  const std::string zone = "ZZZ" + std::to_string(offset / 3600) + ':' +
+                           std::to_string(offset / 60 % 60) + ':' + std::to_string(offset % 60);
+  ::setenv("TZ", zone.c_str(), 1);
+}
+
 // Lines of the clean run, from the first to the one behind the last.
 using Region = std::pair<std::size_t, std::size_t>;
 
 class FaultSweep : public testing::Test {
  protected:
   void SetUp() override {
-    // A finished run exits with 1, as a program of the sanitizers does that found something.
-    ::setenv("ASAN_OPTIONS", "exitcode=99", 1);
-    ::setenv("UBSAN_OPTIONS", "exitcode=99", 1);
+    setEnvironment();
     clean_ = world_.run();
     ASSERT_EQ(clean_.status, completed) << clean_.console;
     lines_ = test::reportLines(clean_.report);
@@ -108,6 +119,7 @@ class FaultSweep : public testing::Test {
   // once more. `leftNote` is the profile that stays open.
   static void expectNothingOpen(const FinishedRun& run, bool databasesStay,
                                 const std::string& leftNote) {
+    EXPECT_FALSE(run.calls.empty()) << "NotesTerm was not called";
     int left = 0;
     for (const test::OpenThing& thing : run.open) {
       const bool isLeft = thing.state == "open" && thing.kind == "note" && !leftNote.empty() &&
