@@ -12,11 +12,22 @@
 
 namespace test {
 
-struct NotesRecorder {
-  /// The status of a call that is made to fail. The stand-in library has no words of its own for
-  /// it.
-  static constexpr STATUS status = 0x2BAD;
+/// The status of a call that is made to fail. The stand-in library has no words of its own for it.
+inline constexpr STATUS failedStatus = 0x2BAD;
 
+/// What an operation answers when it fails. STATUS and WORD are one type, so that the name of the
+/// type decides.
+template <typename Result>
+Result failedResult(const std::string& operation, const std::string& type) {
+  if constexpr (std::is_integral_v<Result>) {
+    if (type == "STATUS") return static_cast<Result>(failedStatus);
+    return operation == "TimeGMToLocal" ? 1 : 0;
+  } else if constexpr (!std::is_void_v<Result>) {
+    return Result{};
+  }
+}
+
+struct NotesRecorder {
   std::vector<std::string> calls;
   std::map<std::string, int> counts;
 
@@ -48,18 +59,6 @@ inline notes::NotesApi& recordedApi() {
   return api;
 }
 
-// What an operation answers when it fails. STATUS and WORD are one type, so that the name of the
-// type decides.
-template <typename Result>
-Result failure(const std::string& operation, const std::string& type) {
-  if constexpr (std::is_integral_v<Result>) {
-    if (type == "STATUS") return static_cast<Result>(NotesRecorder::status);
-    return operation == "TimeGMToLocal" ? 1 : 0;
-  } else if constexpr (!std::is_void_v<Result>) {
-    return Result{};
-  }
-}
-
 template <auto Member, auto Name>
 struct Recorded;
 
@@ -68,7 +67,7 @@ template <typename Result, typename... Arguments,
 struct Recorded<Member, Name> {
   static Result NOTES_CALL call(Arguments... arguments) {
     const auto [operation, type] = Name();
-    if (NotesRecorder::instance().note(operation)) return failure<Result>(operation, type);
+    if (NotesRecorder::instance().note(operation)) return failedResult<Result>(operation, type);
     return (recordedApi().*Member)(arguments...);
   }
 };
