@@ -16,6 +16,11 @@ char upper(char character) {
   return static_cast<char>(std::toupper(static_cast<unsigned char>(character)));
 }
 
+// Texts are ordered by the unsigned values of their bytes.
+unsigned char lowered_value(char character) {
+  return static_cast<unsigned char>(lowered(character));
+}
+
 constexpr std::uint16_t no_digit = 65535;
 
 constexpr std::array<std::uint16_t, 256> digit_values = [] {
@@ -72,7 +77,9 @@ bool iequals(std::string_view left, std::string_view right) {
   return lowered(left) == lowered(right);
 }
 
-bool iless(std::string_view left, std::string_view right) { return lowered(left) < lowered(right); }
+bool iless(std::string_view left, std::string_view right) {
+  return std::ranges::lexicographical_compare(left, right, {}, lowered_value, lowered_value);
+}
 
 void replace_all(std::string& text, std::string_view pattern, std::string_view replacement) {
   if (pattern.empty()) return;
