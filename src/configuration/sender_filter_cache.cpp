@@ -43,19 +43,12 @@ SenderFilterNote readItems(const NsfNote& note) {
   return filter;
 }
 
-std::u16string actionText(NUMBER action) {
-  std::u16string text = u"Filter action: ";
-  if (action == notSet) text += u"Not set.";
-  if (action == byEmail) text += u"By email.";
-  if (action == byDomain) text += u"By domain.";
-  return text;
-}
-
-std::u16string colourText(NUMBER colour) {
-  std::u16string text = u"Filter color: ";
-  if (colour == notSet) text += u"Not set.";
-  if (colour == blackNumber) text += u"Black.";
-  if (colour == whiteNumber) text += u"White.";
+// What a number says that is either not set or one of two kinds; nothing of any other number.
+std::u16string described(std::u16string text, NUMBER number, const char16_t* first,
+                         const char16_t* second) {
+  if (number == notSet) text += u"Not set.";
+  if (number == 1) text += first;
+  if (number == 2) text += second;
   return text;
 }
 
@@ -134,9 +127,11 @@ void SenderFilterCache::readNote(NOTEID id) {
 // Of two entries with one key the later counts. A colour that is neither leaves no trace.
 void SenderFilterCache::enter(const SenderFilterNote& filter) {
   if (filter.key.empty()) {
-    loadErrors_.push_back(u"Invalid item (" + filter.originalInput + u"). Action(" +
-                          actionText(filter.action) + u"), FilterColor(" +
-                          colourText(filter.colour) + u")");
+    loadErrors_.push_back(
+        u"Invalid item (" + filter.originalInput + u"). Action(" +
+        described(u"Filter action: ", filter.action, u"By email.", u"By domain.") +
+        u"), FilterColor(" + described(u"Filter color: ", filter.colour, u"Black.", u"White.") +
+        u")");
   } else if (filter.colour == blackNumber) {
     filters_[filter.key] = Colour::black;
   } else if (filter.colour == whiteNumber) {

@@ -8,10 +8,9 @@ namespace {
 
 using configuration::VRXConfiguration;
 
-const std::u16string unknown = u"Unknown status 0x2BAD";
-const std::u16string openFailure = u"Could not open the database: QBConf.nsf: " + unknown + u".";
-const std::u16string closeFailure =
-    u"Could not close connection to the database: " + unknown + u".";
+using test::closeFailure;
+using test::openFailure;
+using test::unknown;
 
 class Configuration : public test::NotesServer {
  protected:

@@ -7,7 +7,7 @@ namespace {
 using directory::AddressBook;
 using directory::AddressBooks;
 
-const std::u16string unknown = u"Unknown status 0x2BAD";
+using test::unknown;
 
 class Books : public test::NotesServer {
  protected:

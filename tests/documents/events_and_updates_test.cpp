@@ -12,10 +12,9 @@ namespace {
 using base::ReportLog;
 using configuration::QuellbrightTranslation;
 
-const std::u16string unknown = u"Unknown status 0x2BAD";
-const std::u16string openFailure = u"Could not open the database: QBConf.nsf: " + unknown + u".";
-const std::u16string closeFailure =
-    u"Could not close connection to the database: " + unknown + u".";
+using test::closeFailure;
+using test::openFailure;
+using test::unknown;
 
 std::string eventNote(int id, const std::string& text) {
   return "{\"note\":" + std::to_string(id) +

@@ -13,7 +13,7 @@ const std::string customerNote =
 const std::string serverNote =
     R"({"note":2,"profile":"qbserverprofile","user":"mail","items":{"domino_version":"8.5","scanning_engine_version":"5","vrx_version":"2"}})"
     "\n";
-const std::u16string unknown = u"Unknown status 0x2BAD";
+using test::unknown;
 
 class Profiles : public test::NotesServer {};
 
