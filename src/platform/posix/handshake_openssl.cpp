@@ -63,8 +63,7 @@ void setHost(SSL* ssl, std::string host) {
 void sendPending(OpensslConnection& connection, const HandshakeStream& stream) {
   std::vector<char> bytes(connection.pendingOutput());
   if (bytes.empty()) return;
-  bytes.resize(connection.takeOutput(bytes.data(), bytes.size()));
-  stream.send(bytes.data(), bytes.size());
+  stream.send(bytes.data(), connection.takeOutput(bytes.data(), bytes.size()));
 }
 
 // A peer that has no version or suite in common says so in an alert of its own.
