@@ -24,7 +24,7 @@ std::string handshakeStatus(const std::string& status) {
 // TLS_PEERS is the folder with the certificates and, for each server, a file with its port.
 TEST(TlsPeer, HandshakesAndReceives) {
   const char* const folder = std::getenv("TLS_PEERS");
-  if (folder == nullptr) GTEST_SKIP() << "no TLS server; scripts/test starts one";
+  ASSERT_NE(folder, nullptr) << "no TLS servers; \"scripts/test windows\" starts them";
   const replay::internet::environment environment;
   const auto file = [folder](const std::string& name) {
     return test::contentOf(std::filesystem::path(folder) / name);
