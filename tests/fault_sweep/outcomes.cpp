@@ -1,0 +1,193 @@
+#include "fault_sweep/outcomes.h"
+
+#include <algorithm>
+#include <map>
+
+namespace test {
+namespace {
+
+// Lines that stand in place of others.
+struct Change {
+  std::size_t at;  // the index of the first line that is lost, or in front of which others are new
+  Lines lost;
+  Lines gained;
+};
+
+// The fewest lines lost and gained that make the one of the other.
+std::vector<Change> changesOf(const Lines& before, const Lines& after) {
+  // common[i][j] is the most lines that the rests behind i and j have in common.
+  std::vector<std::vector<std::size_t>> common(before.size() + 1,
+                                               std::vector<std::size_t>(after.size() + 1));
+  for (std::size_t i = before.size(); i-- > 0;) {
+    for (std::size_t j = after.size(); j-- > 0;) {
+      common[i][j] = before[i] == after[j] ? common[i + 1][j + 1] + 1
+                                           : std::max(common[i + 1][j], common[i][j + 1]);
+    }
+  }
+  std::vector<Change> changes;
+  std::size_t i = 0;
+  std::size_t j = 0;
+  while (i < before.size() || j < after.size()) {
+    if (i < before.size() && j < after.size() && before[i] == after[j]) {
+      ++i;
+      ++j;
+      continue;
+    }
+    Change& last = changes.empty() || changes.back().at + changes.back().lost.size() != i
+                       ? changes.emplace_back(Change{i, {}, {}})
+                       : changes.back();
+    if (j == after.size() || (i < before.size() && common[i + 1][j] >= common[i][j + 1])) {
+      last.lost.push_back(before[i++]);
+    } else {
+      last.gained.push_back(after[j++]);
+    }
+  }
+  return changes;
+}
+
+std::string masked(std::string text, const std::string& subject) {
+  const std::string mask = "<subject>";
+  for (std::size_t at = 0; !subject.empty() && (at = text.find(subject, at)) != std::string::npos;
+       at += mask.size()) {
+    text.replace(at, subject.size(), mask);
+  }
+  return text;
+}
+
+// The head of the entry that a line belongs to.
+std::string entryOf(const Lines& report, std::size_t lines) {
+  while (lines > 0 && !report[lines - 1].starts_with("<entry>")) --lines;
+  return lines == 0 ? "the start" : report[lines - 1].substr(report[lines - 1].find('\t') + 1);
+}
+
+// The subjects of calls by what these have in common: the operation and their numbers among the
+// calls of one name at one place.
+using Calls = std::map<std::string, Lines>;
+
+std::string numbersOf(const std::vector<int>& numbers, int count) {
+  if (count == static_cast<int>(numbers.size()))
+    return count == 1 ? "" : " (all " + std::to_string(count) + ")";
+  std::string text;
+  for (const int number : numbers) text += " #" + std::to_string(number);
+  return text;
+}
+
+// The calls of one place, by their outcomes in the order in which these come first.
+std::vector<std::pair<Lines, Calls>> grouped(const std::vector<Failure>& place) {
+  std::map<std::string, int> counts;
+  std::vector<std::pair<Lines, std::map<std::string, std::vector<int>>>> groups;
+  for (const Failure& failure : place) {
+    auto group = std::find_if(groups.begin(), groups.end(),
+                              [&](const auto& each) { return each.first == failure.outcome; });
+    if (group == groups.end()) group = groups.insert(group, {failure.outcome, {}});
+    group->second[failure.name].push_back(++counts[failure.name]);
+  }
+  std::vector<std::pair<Lines, Calls>> result;
+  for (const auto& [outcome, names] : groups) {
+    Calls calls;
+    for (const auto& [name, numbers] : names) {
+      const std::size_t blank = std::min(name.find(' '), name.size());
+      const std::string common = name.substr(0, blank) + numbersOf(numbers, counts[name]);
+      calls[common].push_back(name.substr(blank));
+    }
+    result.emplace_back(outcome, calls);
+  }
+  return result;
+}
+
+void addPlace(const std::vector<Failure>& place, Lines& text) {
+  constexpr std::size_t width = 100;
+  for (const auto& [outcome, calls] : grouped(place)) {
+    for (const auto& [common, subjects] : calls) {
+      text.push_back("  " + common);
+      for (const std::string& subject : subjects) {
+        if (text.back().size() + subject.size() > width) text.emplace_back("     ");
+        text.back() += subject + (&subject == &subjects.back() ? "" : ",");
+      }
+    }
+    for (const std::string& line : outcome) text.push_back("      " + line);
+  }
+}
+
+// Equal lines in a row as one, with their number.
+Lines counted(const Lines& lines) {
+  Lines text;
+  for (auto first = lines.begin(); first != lines.end();) {
+    const auto end =
+        std::find_if(first, lines.end(), [&](const auto& line) { return line != *first; });
+    text.push_back(*first +
+                   (end - first == 1 ? "" : " (" + std::to_string(end - first) + " times)"));
+    first = end;
+  }
+  return text;
+}
+
+std::string list(const Lines& things) {
+  std::string text;
+  for (const std::string& thing : counted(things)) text += (text.empty() ? "" : ", ") + thing;
+  return text;
+}
+
+void addChange(const Change& change, const std::string& subject, Lines& outcome) {
+  const std::string first = std::to_string(change.at + 1);
+  const std::string last = std::to_string(change.at + change.lost.size());
+  const Lines gained = counted(change.gained);
+  if (change.lost.size() == 1 && gained.size() == 1) {
+    outcome.push_back("- " + first + ": " + change.lost[0] + "  =>  " + masked(gained[0], subject));
+    return;
+  }
+  if (!change.lost.empty())
+    outcome.push_back("- " + (first == last ? first : first + '-' + last) + ": " + change.lost[0]);
+  for (const std::string& line : gained) outcome.push_back("+ " + masked(line, subject));
+}
+
+// Whether a thing that stays open in the clean run is closed in this one, and not just never
+// opened: compiled formulas are all that stays.
+bool isClosed(const std::string& thing, const RecordedRun& run) {
+  const std::string call = "NSFFormulaCompile " + thing.substr(std::string("open memory ").size());
+  const auto opened = std::count_if(run.calls.begin(), run.calls.end(),
+                                    [&](const NotesCall& each) { return each.name == call; });
+  return opened > std::count(run.open.begin(), run.open.end(), thing);
+}
+
+}  // namespace
+
+Lines outcomeOf(const RecordedRun& clean, const RecordedRun& run, const std::string& subject) {
+  Lines outcome;
+  for (const Change& change : changesOf(clean.shown.report, run.shown.report))
+    addChange(change, subject, outcome);
+  for (const auto& [at, lost, gained] : changesOf(clean.shown.console, run.shown.console)) {
+    for (const std::string& line : lost) outcome.push_back("console - " + line);
+    for (const std::string& line : gained) outcome.push_back("console + " + line);
+  }
+  Lines closed;
+  Lines left;
+  for (const auto& [at, lost, gained] : changesOf(clean.open, run.open)) {
+    std::copy_if(lost.begin(), lost.end(), std::back_inserter(closed),
+                 [&](const std::string& thing) { return isClosed(thing, run); });
+    left.insert(left.end(), gained.begin(), gained.end());
+  }
+  if (!closed.empty()) outcome.push_back("closed: " + list(closed));
+  if (!left.empty()) outcome.push_back("left: " + masked(list(left), subject));
+  if (!run.databasesUnchanged) outcome.emplace_back("a database is changed");
+  if (run.shown.status != clean.shown.status) outcome.push_back("status " + run.shown.status);
+  if (outcome.empty()) outcome.emplace_back("nothing");
+  return outcome;
+}
+
+Lines outcomesText(const Lines& report, const std::vector<Failure>& failures) {
+  Lines text;
+  for (auto first = failures.begin(); first != failures.end();) {
+    const auto end = std::find_if(first, failures.end(), [&](const Failure& failure) {
+      return failure.linesBefore != first->linesBefore;
+    });
+    text.push_back("");
+    text.push_back("behind line " + std::to_string(first->linesBefore) + ", " +
+                   entryOf(report, first->linesBefore));
+    addPlace({first, end}, text);
+    first = end;
+  }
+  return text;
+}
+
+}  // namespace test

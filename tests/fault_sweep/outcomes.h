@@ -1,0 +1,42 @@
+// What failing Notes calls do to a run, as a text that a person can read and review.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "support/world.h"
+
+namespace test {
+
+/// A Notes call of a run, as library/failing_notes.cpp records it.
+struct NotesCall {
+  std::size_t reportSize;  ///< In bytes, when the call was made.
+  std::string name;        ///< The operation, and its path, profile, formula or item.
+  std::string subject;
+};
+
+struct RecordedRun {
+  Shown shown;
+  std::string report;  ///< As bytes.
+  std::vector<NotesCall> calls;
+  Lines open;  ///< What was open at the end, as library/ledger.h tells; in order.
+  bool databasesUnchanged;
+};
+
+/// What differs from the clean run, line by line: lines of the report lost (by their numbers there)
+/// and gained, the same of the console, what is closed or left open in the end unlike there, the
+/// exit status. `subject` is masked in what is new.
+Lines outcomeOf(const RecordedRun& clean, const RecordedRun& run, const std::string& subject);
+
+/// A call with the number of complete lines that the report had before, and its outcome.
+struct Failure {
+  std::size_t linesBefore;
+  std::string name;
+  Lines outcome;
+};
+
+/// The text: calls at the same place of the report with the same outcome stand together. A call
+/// that is made several times at one place with different outcomes is told by its numbers there.
+Lines outcomesText(const Lines& report, const std::vector<Failure>& failures);
+
+}  // namespace test
