@@ -45,12 +45,12 @@ std::vector<Change> changesOf(const Lines& before, const Lines& after) {
   return changes;
 }
 
+// Calls about different items that fail alike have the same outcome.
 std::string masked(std::string text, const std::string& subject) {
-  const std::string mask = "<subject>";
-  for (std::size_t at = 0; !subject.empty() && (at = text.find(subject, at)) != std::string::npos;
-       at += mask.size()) {
-    text.replace(at, subject.size(), mask);
-  }
+  const std::string quoted = '"' + subject + '"';
+  const std::string mask = "\"<subject>\"";
+  for (std::size_t at = 0; (at = text.find(quoted, at)) != std::string::npos; at += mask.size())
+    text.replace(at, quoted.size(), mask);
   return text;
 }
 
@@ -168,7 +168,7 @@ Lines outcomeOf(const RecordedRun& clean, const RecordedRun& run, const std::str
     left.insert(left.end(), gained.begin(), gained.end());
   }
   if (!closed.empty()) outcome.push_back("closed: " + list(closed));
-  if (!left.empty()) outcome.push_back("left: " + masked(list(left), subject));
+  if (!left.empty()) outcome.push_back("left: " + list(left));
   if (!run.databasesUnchanged) outcome.emplace_back("a database is changed");
   if (run.shown.status != clean.shown.status) outcome.push_back("status " + run.shown.status);
   if (outcome.empty()) outcome.emplace_back("nothing");

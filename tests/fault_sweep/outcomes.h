@@ -25,7 +25,7 @@ struct RecordedRun {
 
 /// What differs from the clean run, line by line: lines of the report lost (by their numbers there)
 /// and gained, the same of the console, what is closed or left open in the end unlike there, the
-/// exit status. `subject` is masked in what is new.
+/// exit status. `subject` is masked where it stands quoted in what is new.
 Lines outcomeOf(const RecordedRun& clean, const RecordedRun& run, const std::string& subject);
 
 /// A call with the number of complete lines that the report had before, and its outcome.

@@ -48,7 +48,7 @@ RecordedRun runWith(const World& world, const std::string& plan) {
     if (parts[0] == "call") {
       const std::string name = parts[2] + (parts[3].empty() ? "" : " " + parts[3]);
       run.calls.push_back({std::stoul(parts[1]), name, parts[3]});
-    } else {
+    } else if (parts[0] != "failed") {
       run.open.push_back(parts[0] + ' ' + parts[1] + (parts[2].empty() ? "" : ' ' + parts[2]));
     }
   }

@@ -3,9 +3,10 @@
 // It lies in the program directory, which is the current one, and works with files beside it:
 //   ../plan    what is to fail: the number of a call, from 0, or the name of an operation; without
 //              that file nothing fails
-//   ../record  what happened, written by NotesTerm: a line for each call, as "call", the size of
-//              the report in that moment (only if nothing is to fail), the operation and what it
-//              was about, with tabs between them; then what the ledger says
+//   ../record  what happened, written by NotesTerm: a line for each call, as "call" or "failed",
+//   the
+//              size of the report in that moment (only if nothing is to fail), the operation and
+//              what it was about, with tabs between them; then what the ledger says
 #include <dlfcn.h>
 #include <sched.h>
 #include <unistd.h>
@@ -54,8 +55,11 @@ struct Session {
 
   void write() const {
     std::ofstream out("../record");
-    for (const auto& [size, operation, subject] : calls)
-      out << "call\t" << size << '\t' << operation << '\t' << subject << '\n';
+    for (std::size_t number = 0; number < calls.size(); ++number) {
+      const auto& [size, operation, subject] = calls[number];
+      out << (fails(number) ? "failed\t" : "call\t") << size << '\t' << operation << '\t' << subject
+          << '\n';
+    }
     ledger.write(out);
   }
 
