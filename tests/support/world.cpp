@@ -160,7 +160,8 @@ std::string World::reportBytes() const {
 
 // A line of the report ends with CR LF; a further CR in front of it belongs to a text.
 Lines World::shownReport(const std::string& bytes) const {
-  std::string text = replaced(replaced(fromLatin1(bytes), "\r\n", "\n"), "\r", "<CR>");
+  std::string text = replaced(fromLatin1(bytes), "\n", "<LF>\n");
+  text = replaced(replaced(text, "\r<LF>", ""), "\r", "<CR>");
   if (!text.empty() && text.back() != '\n') text += "<no line feed>";
   return linesOf(masked(text, root()));
 }
