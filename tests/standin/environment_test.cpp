@@ -1,143 +1,185 @@
+// Start and end, settings, words, paths, address books and handles.
 #include <gtest/gtest.h>
 
-#include <set>
+#include <algorithm>
 
 #include "server.h"
+#include "support/rows.h"
 
-extern "C" RunFromC runFromC;
+struct Library;
+extern "C" int wordsLengthFromC(const Library* library, STATUS status);
 
 namespace standin_tests {
 namespace {
 
-std::string variable(const char* name, WORD size = NOTES_ENVIRONMENT_SIZE) {
+std::string variable(const std::string& name, WORD size = NOTES_ENVIRONMENT_SIZE) {
   char value[NOTES_ENVIRONMENT_SIZE] = "untouched";
-  const BOOL exists = library().OSGetEnvironmentString(name, value, size);
+  const BOOL exists = OSGetEnvironmentString(name.c_str(), value, size);
   return (exists != 0 ? "yes:" : "no:") + std::string(value);
 }
 
 TEST(Start, FailsWithTheCauseAndCanBeRepeated) {
-  const std::string unreadable = "The file notes.ini cannot be found or read";
-  const std::string noDirectory = "The file notes.ini has no variable Directory";
-  const std::string timezone =
-      "The variable Timezone in notes.ini is not a whole number from -23 to 23";
-  const struct {
-    std::string settings;
-    std::vector<std::string> arguments;
-    std::string words;
-  } rows[] = {
-      {"Directory=/data\n", {"=missing/notes.ini"}, unreadable},
-      {"Directory=/data\n", {"="}, unreadable},
-      {"Directory=/data\n", {"=."}, unreadable},
-      {"", {}, noDirectory},
-      {"Directory=\n", {}, noDirectory},
-      {"Directory=/data\nTimezone=5.5\n", {}, timezone},
-      {"Directory=/data\nTimezone=24\n", {}, timezone},
-  };
-  for (const auto& row : rows) {
-    const Server server(row.settings);
-    EXPECT_EQ(initialise(row.arguments), row.words);
+  for (const auto& [where, row] : test::rowsOf("standin/starts.txt", 3)) {
+    const Server server;
+    NotesTerm();
+    test::writeFile("notes.ini", row[0]);
+    EXPECT_EQ(initialise(row[1]), row[2]) << where;
     EXPECT_EQ(variable("Directory"), "no:") << "a failed start left its settings";
     test::writeFile("notes.ini", "Directory=/other\n");
-    EXPECT_EQ(initialise(), "No error");
+    EXPECT_EQ(initialise(), noError) << where;
   }
-  const Server server("");
-  std::filesystem::remove("notes.ini");
-  EXPECT_EQ(initialise(), unreadable);
 }
 
-TEST(Start, ArgumentWinsAndSecondStartKeepsTheFirst) {
-  const Server server("Directory=/data\nFrom=folder\n");
+TEST(Start, ArgumentWinsAndTheSessionLastsUntilTheEnd) {
+  const Server server(header, "From=folder");
   test::writeFile("other.ini", "Directory=/data\nFrom=argument\n");
-  EXPECT_EQ(initialise({"stdout", "=other.ini", "=missing.ini"}), "No error");
-  EXPECT_EQ(initialise(), "The library is initialised already");
-  EXPECT_EQ(variable("From"), "yes:argument");
-  library().NotesTerm();
-  EXPECT_EQ(variable("From"), "no:");
-  EXPECT_EQ(initialise(), "No error");
+  EXPECT_EQ(initialise("=other.ini"), "The library is initialised already");
   EXPECT_EQ(variable("From"), "yes:folder");
-}
-
-TEST(Start, WithoutItNothingWorksAndNothingIsWritten) {
-  for (const bool afterTheEnd : {false, true}) {
-    const Server server("Directory=/data\n");
-    if (afterTheEnd) initialise();
-    library().NotesTerm();
-    char path[NOTES_PATH_SIZE] = "untouched";
-    HANDLE handle = 7;
-    WORD number = 7;
-    TIME time{};
-    EXPECT_EQ(library().OSGetDataDirectory(path), 0);
-    library().OSGetExecutableDirectory(path);
-    EXPECT_STREQ(path, "untouched");
-    EXPECT_EQ(library().TimeGMToLocal(&time), 1);
-    for (const STATUS status :
-         {library().NAMEGetAddressBooks(nullptr, 0, &number, &number, &handle),
-          library().OSMemFree(1), library().NSFDbOpen("names.nsf", &handle)})
-      EXPECT_EQ(wordsOf(status), "The library is not initialised");
-    EXPECT_TRUE(number == 7 && handle == 7);
-  }
+  NotesTerm();
+  char path[NOTES_PATH_SIZE] = "untouched";
+  HANDLE handle = 7;
+  TIME time{};
+  EXPECT_EQ(variable("From"), "no:");
+  EXPECT_EQ(OSGetDataDirectory(path), 0);
+  OSGetExecutableDirectory(path);
+  EXPECT_STREQ(path, "untouched");
+  EXPECT_EQ(TimeGMToLocal(&time), 1);
+  EXPECT_EQ(wordsOf(NSFDbOpen("a.nsf", &handle)), "The library is not initialised");
+  EXPECT_EQ(handle, 7);
+  EXPECT_EQ(initialise("stdout", "=other.ini"), noError);
+  EXPECT_EQ(variable("From"), "yes:argument");
 }
 
 TEST(Settings, EveryFormOfLineIsRead) {
-  const std::string line(300, 'x');
-  const RunningServer server(
-      "[Notes]\r\nCrLf=1\r\nFirst=one\nfirst=two\n=nameless\nNo mark\nEmpty=\nBlanks= a b \n"
-      "Marks=a=b=\nBytes=\xE9\xFF\nCr=a\rb\r\r\nLong=" +
-      line + "\nLast=end");
-  const std::pair<const char*, std::string> rows[] = {
-      {"CrLf", "yes:1"},       {"FIRST", "yes:one"},  {"Empty", "yes:"},
-      {"Blanks", "yes: a b "}, {"Marks", "yes:a=b="}, {"Bytes", "yes:\xE9\xFF"},
-      {"Cr", "yes:a\rb\r"},    {"Last", "yes:end"},   {"", "no:"},
-      {"No mark", "no:"},      {"[Notes]", "no:"},    {"Long", "yes:" + line.substr(0, 255)}};
-  for (const auto& [name, expected] : rows) EXPECT_EQ(variable(name), expected) << name;
+  const auto rows = test::rowsOf("standin/notes_ini.txt", 3);
+  std::string lines = "Long=" + std::string(300, 'x');
+  for (const auto& [where, row] : rows) lines += "\n" + row[0];
+  const Server server(header, lines);
+  for (const auto& [where, row] : rows) EXPECT_EQ(variable(row[1]), row[2]) << where;
+  EXPECT_EQ(variable("Long"), "yes:" + std::string(255, 'x'));
   EXPECT_EQ(variable("Long", 4), "yes:xxx");
-  EXPECT_EQ(variable("Long", 1), "yes:");
   EXPECT_EQ(variable("Long", 0), "yes:untouched");
 }
 
 TEST(Settings, DirectoriesKeepTheirKindOfSeparator) {
-  const std::string tooLong(300, 'x');
-  const std::string cut(255, 'x');
-  const struct {
-    std::string data, program, expectedData, expectedProgram;
-  } rows[] = {
-      {"/data/", "/opt/domino", "/data", "/opt/domino/"},
-      {"C:\\Data\\", "C:\\Domino", "C:\\Data", "C:\\Domino\\"},
-      {"data", "", "data", "<the current one>"},
-      {tooLong, tooLong, cut, cut},
-  };
-  for (const auto& row : rows) {
-    const Server server("Directory=" + row.data + "\nNotesProgram=" + row.program + "\n");
-    const std::string here = (std::filesystem::current_path() / "").string();
-    EXPECT_EQ(initialise(), "No error");
-    char path[NOTES_PATH_SIZE];
-    EXPECT_EQ(library().OSGetDataDirectory(path), row.expectedData.size());
-    EXPECT_EQ(path, row.expectedData);
-    library().OSGetExecutableDirectory(path);
-    EXPECT_EQ(path, row.program.empty() ? here : row.expectedProgram);
+  char path[NOTES_PATH_SIZE];
+  for (const auto& [where, row] : test::rowsOf("standin/directories.txt", 4)) {
+    const Server server(header, "Directory=" + row[0] + "\nNotesProgram=" + row[1]);
+    EXPECT_EQ(OSGetDataDirectory(path), row[2].size());
+    EXPECT_EQ(path, row[2]) << where;
+    OSGetExecutableDirectory(path);
+    EXPECT_EQ(path, row[3]) << where;
   }
+  const Server server;
+  OSGetExecutableDirectory(path);
+  EXPECT_EQ(path, (std::filesystem::current_path() / "").string());
 }
 
-TEST(Words, EveryStatusHasItsOwnThatFitAndTakeAFullStop) {
-  std::set<std::string> known;
-  for (STATUS code = 0; code <= NOTES_ERROR_MASK; ++code) {
-    const std::string words = wordsOf(code);
-    ASSERT_EQ(words, wordsOf(code | 0x8000));
-    if (words.starts_with("Unknown status 0x")) continue;
-    EXPECT_TRUE(known.insert(words).second) << words;
-    EXPECT_FALSE(words.ends_with('.')) << words;
-    EXPECT_LT(words.size(), NOTES_ERROR_TEXT_SIZE - 1U) << "may have been cut: " << words;
-  }
-  EXPECT_GT(known.size(), 10U);
+TEST(Words, AreThoseOfTheCodeAlsoForACallerInC) {
+  EXPECT_EQ(wordsOf(0x8201), "The library is not initialised");
   EXPECT_EQ(wordsOf(0x7ABC), "Unknown status 0x3ABC");
   char small[4];
-  EXPECT_EQ(library().OSLoadString(nullptr, 0, small, sizeof small), 3);
+  EXPECT_EQ(OSLoadString(nullptr, 0, small, sizeof small), 3);
   EXPECT_STREQ(small, "No ");
+  EXPECT_EQ(wordsLengthFromC(reinterpret_cast<const Library*>(&api), 0), 8);
 }
 
-TEST(Interface, IsCallableFromC) {
-  const Server server("Directory=/data\n");
-  EXPECT_EQ(runFromC(&library(), 0, nullptr), 0) << "line of c_caller.c";
+// "port|server|file" of a path, or the words of the failure.
+std::string parsed(const std::string& path) {
+  char port[NOTES_PATH_SIZE] = "?", server[NOTES_PATH_SIZE] = "?", file[NOTES_PATH_SIZE] = "?";
+  const STATUS status = OSPathNetParse(path.c_str(), port, server, file);
+  EXPECT_EQ(port == std::string("?"), status != 0) << "outputs of a failure";
+  return status != 0 ? wordsOf(status) : std::string(port) + "|" + server + "|" + file;
+}
+
+std::string composed(const char* port, const char* server, const std::string& file) {
+  char path[NOTES_PATH_SIZE] = "?";
+  const STATUS status = OSPathNetConstruct(port, server, file.c_str(), path);
+  return status != 0 ? wordsOf(status) : path;
+}
+
+TEST(NetworkPath, PartsGoInAndComeOutAsFarAsTheyFit) {
+  for (const auto& [where, row] : test::rowsOf("standin/network_paths.txt", 4)) {
+    EXPECT_EQ(composed(row[0].c_str(), row[1].c_str(), row[2]), row[3]) << where;
+    EXPECT_EQ(parsed(row[3]), row[0] + "|" + row[1] + "|" + row[2]) << where;
+  }
+  const std::string longest(255, 'x');
+  EXPECT_EQ(composed(nullptr, nullptr, longest), longest);
+  EXPECT_EQ(composed(nullptr, "s", longest), "The path has more than 255 bytes");
+  EXPECT_EQ(parsed(longest + "!!!" + longest + "!!" + longest),
+            longest + "|" + longest + "|" + longest);
+  for (const std::string& path : {longest + "x!!!s!!f", "p!!!x" + longest + "!!f", longest + "x"})
+    EXPECT_EQ(parsed(path), "The port, the server or the file of the path has more than 255 bytes");
+  char file[] = "names.nsf";
+  EXPECT_EQ(wordsOf(OSPathNetParse(file, file, file, nullptr)),
+            "A call lacks an argument that it needs");
+  EXPECT_STREQ(file, "names.nsf");
+}
+
+// The books as "a;b;", or the words of the failure.
+std::string books(const std::string& server) {
+  WORD count = 77;
+  WORD length = 77;
+  HANDLE block = 77;
+  const STATUS status = NAMEGetAddressBooks(server.c_str(), 0, &count, &length, &block);
+  EXPECT_EQ(status != 0, count == 77 && length == 77 && block == 77) << "outputs of a failure";
+  if (status != 0) return wordsOf(status);
+  const auto* bytes = static_cast<const char*>(OSLockObject(block));
+  std::string list(bytes == nullptr ? "" : bytes, length);
+  EXPECT_EQ(std::count(list.begin(), list.end(), '\0'), count);
+  EXPECT_EQ(OSMemFree(block) == 0, count != 0);
+  std::replace(list.begin(), list.end(), '\0', ';');
+  return list;
+}
+
+TEST(AddressBooks, AreThoseOfTheSettings) {
+  for (const auto& [where, row] : test::rowsOf("standin/address_books.txt", 3)) {
+    const Server server(header, row[0]);
+    EXPECT_EQ(books(row[1]), row[2]) << where;
+  }
+  std::string wraps = "Names=a";  // the length of the block is 65538
+  for (int i = 1; i < 10923; ++i) wraps += ",a";
+  const Server server(header, wraps);
+  EXPECT_EQ(books(""), "The list of address books is too long");
+}
+
+TEST(Handles, OnlyOpenOnesOfTheRightKindWork) {
+  const std::string noDatabase = "The handle is not that of an open database";
+  const std::string noNote = "The handle is not that of an open note";
+  const std::string noBlock = "The handle is not that of a memory block";
+  const Server server(header + noteLine(1));
+  const DBHANDLE db = openDatabase();
+  const NOTEHANDLE note = openNote(db, 1);
+  const FORMULAHANDLE formula = compile("SELECT @All");
+  WORD ignored = 0;
+  HANDLE block = 0;
+  EXPECT_EQ(NAMEGetAddressBooks(nullptr, 0, &ignored, &ignored, &block), 0);
+  for (const HANDLE wrong : {HANDLE{0}, HANDLE{0xFFFFFFFF}, note, formula, block})
+    EXPECT_EQ(wordsOf(NSFDbClose(wrong)), noDatabase);
+  for (const HANDLE wrong : {HANDLE{0}, HANDLE{0xFFFFFFFF}, db, formula, block}) {
+    EXPECT_EQ(wordsOf(NSFNoteClose(wrong)), noNote);
+    EXPECT_EQ(wordsOf(setText(wrong, "x", "y")), noNote);
+  }
+  for (const HANDLE wrong : {HANDLE{0}, HANDLE{0xFFFFFFFF}, db, note}) {
+    EXPECT_EQ(wordsOf(OSMemFree(wrong)), noBlock);
+    EXPECT_EQ(OSLockObject(wrong), nullptr);
+    EXPECT_EQ(OSUnlockObject(wrong), 0);
+  }
+  EXPECT_NE(OSLockObject(block), nullptr);
+  EXPECT_EQ(OSUnlockObject(block), 1);
+  EXPECT_EQ(NSFDbClose(db), 0);
+  EXPECT_EQ(wordsOf(NSFDbClose(db)), noDatabase);
+  const DBHANDLE younger = openDatabase();
+  EXPECT_EQ(wordsOf(setText(note, "x", "y")), "The database of the note is closed");
+  for (const HANDLE handle : {formula, block}) {
+    EXPECT_EQ(OSMemFree(handle), 0);
+    EXPECT_EQ(wordsOf(OSMemFree(handle)), noBlock);
+  }
+  EXPECT_EQ(NSFNoteClose(note), 0);
+  EXPECT_EQ(wordsOf(NSFNoteClose(note)), noNote);
+  NotesTerm();
+  EXPECT_EQ(initialise(), noError);
+  EXPECT_EQ(wordsOf(NSFDbClose(younger)), noDatabase) << "a handle outlived the end";
 }
 
 }  // namespace
