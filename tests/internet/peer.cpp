@@ -2,151 +2,149 @@
 
 #include <native_sockets.h>
 
-#include <cstdlib>
-#include <mutex>
-#include <thread>
+#include <algorithm>
+#include <stdexcept>
 
-#include "replay/internet/environment.h"
+#include "replay/internet/byte_order.h"
 
 namespace test {
-
 namespace {
 
-::sockaddr* generic(::sockaddr_in& address) { return reinterpret_cast<::sockaddr*>(&address); }
+using platform::SocketHandle;
+using replay::internet::network_order;
+using Native = decltype(::socket(0, 0, 0));
 
-::sockaddr_in localAddress(std::uint16_t port) {
-  ::sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  address.sin_port = htons(port);
-  return address;
-}
+platform::SocketsApi real;  // the system's own
+Native listener;
+Native connection;
+bool isConnected = false;
+std::uint16_t port = 0;
+std::size_t underWay = 0;  // bytes that the server has sent and the client has not received
 
-// Without its server no test says anything.
-void require(bool isDone) {
-  if (!isDone) std::abort();
+void note(const char* name, std::initializer_list<int> arguments) {
+  Peer::calls += Peer::calls.empty() ? name : std::string(" ") + name;
+  for (const int argument : arguments) Peer::calls += "," + std::to_string(argument);
 }
 
 template <typename Value>
-void setOption(NativeSocket socket, int level, int option, const Value& value) {
-  ::setsockopt(socket, level, option, reinterpret_cast<const char*>(&value), sizeof value);
+void setOption(int level, int option, const Value& value) {
+  ::setsockopt(connection, level, option, reinterpret_cast<const char*>(&value), sizeof value);
 }
 
-// Appends what has come; false at the end of the connection.
-bool receive(NativeSocket socket, std::string& bytes) {
+// With a reset, which tells the client of the end at once and leaves nothing behind in the real.
+void closeConnection() {
+  if (!isConnected) return;
+  isConnected = false;
+  setOption(SOL_SOCKET, SO_LINGER, ::linger{1, 0});
+  real.closesocket(static_cast<SocketHandle>(connection));
+}
+
+int connect(SocketHandle socket, const void* address, int length) {
+  note("connect", {length});
+  const int result = real.connect(socket, address, length);
+  if (result != 0) return result;
+  connection = ::accept(listener, nullptr, nullptr);
+  isConnected = true;
+  underWay = 0;
+  setOption(IPPROTO_TCP, TCP_NODELAY, int{1});
+  return result;
+}
+
+int send(SocketHandle socket, const char* bytes, int count, int flags) {
+  note("send", {count, flags});
+  const int sent = real.send(socket, bytes, std::min(count, Peer::largestSend), flags);
   char buffer[4096];
-  const auto count = ::recv(socket, buffer, sizeof buffer, 0);
-  if (count > 0) bytes.append(buffer, static_cast<std::size_t>(count));
-  return count > 0;
+  for (int left = sent; left > 0;) {
+    const int arrived = real.recv(static_cast<SocketHandle>(connection), buffer,
+                                  std::min<int>(left, sizeof buffer), 0);
+    if (arrived <= 0) break;
+    Peer::received.append(buffer, static_cast<std::size_t>(arrived));
+    left -= arrived;
+  }
+  return sent;
 }
 
-void sendAll(NativeSocket socket, const std::string& bytes) {
-  for (std::size_t begin = 0; begin < bytes.size();) {
-    const auto count = ::send(socket, bytes.data() + begin,
-                              static_cast<NativeCount>(bytes.size() - begin), sendFlags);
-    if (count <= 0) return;
-    begin += static_cast<std::size_t>(count);
+int receive(SocketHandle socket, char* bytes, int count, int flags) {
+  note("recv", {count, flags});
+  if (underWay == 0 && !Peer::pieces.empty()) {
+    const std::string& piece = Peer::pieces.front();
+    underWay = piece.size();
+    real.send(static_cast<SocketHandle>(connection), piece.data(), static_cast<int>(underWay), 0);
+    Peer::pieces.pop_front();
+  } else if (underWay == 0 && Peer::ending > 0) {
+    platform::sockets.WSASetLastError(Peer::ending);
+    return -1;
+  } else if (underWay == 0 && Peer::ending == Peer::close) {
+    ::shutdown(connection, 1);
+  } else if (underWay == 0 && Peer::ending == Peer::reset) {
+    closeConnection();
   }
+  const int taken = real.recv(socket, bytes, count, flags);
+  underWay -= static_cast<std::size_t>(std::max(taken, 0));
+  return taken;
+}
+
+// The time-out is shorter than it was asked for where a test waits for it.
+int setTimeout(SocketHandle socket, int level, int option, const char* value, int length) {
+  std::uint32_t milliseconds = 0;
+  std::memcpy(&milliseconds, value, sizeof milliseconds);
+  note("setsockopt", {level, option, static_cast<int>(milliseconds), length});
+  const std::uint32_t shorter = 100;
+  if (Peer::ending == Peer::silence) value = reinterpret_cast<const char*>(&shorter);
+  return real.setsockopt(socket, level, option, value, length);
 }
 
 }  // namespace
 
-class Peer::Server {
- public:
-  explicit Server(Reply reply) : reply_(std::move(reply)) {
-    ::sockaddr_in address = localAddress(0);
-    NativeLength length = sizeof address;
-    require(::bind(listener_, generic(address), length) == 0);
-    require(::listen(listener_, 64) == 0);
-    require(::getsockname(listener_, generic(address), &length) == 0);
-    port_ = ntohs(address.sin_port);
-    thread_ = std::thread([this] { serve(); });
+Peer::Peer(bool listens) {
+  answer("", 1);
+  largestSend = 1 << 30;
+  platform::sockaddr_in address{
+      platform::familyIp4, 0, network_order(std::uint32_t{0x7F000001}), {}};
+  auto* const record = reinterpret_cast<::sockaddr*>(&address);
+  socklen_t length = sizeof address;
+  listener = ::socket(AF_INET, SOCK_STREAM, 0);
+  if (::bind(listener, record, length) != 0 || ::getsockname(listener, record, &length) != 0 ||
+      (listens && ::listen(listener, 1) != 0)) {
+    throw std::runtime_error("no server");
   }
-  Server(const Server&) = delete;
-  Server& operator=(const Server&) = delete;
+  port = network_order(address.sin_port);
+  platform::SocketsApi& api = platform::sockets;
+  real = api;
+  api.socket = [](int family, int type, int protocol) {
+    note("socket", {family, type, protocol});
+    return real.socket(family, type, protocol);
+  };
+  api.closesocket = [](SocketHandle socket) {
+    note("closesocket", {});
+    closeConnection();
+    return real.closesocket(socket);
+  };
+  api.connect = connect;
+  api.send = send;
+  api.recv = receive;
+  api.setsockopt = setTimeout;
+}
 
-  ~Server() {
-    isEnding_ = true;
-    // A connection of its own wakes the thread up.
-    const NativeSocket waker = ::socket(AF_INET, SOCK_STREAM, 0);
-    ::sockaddr_in address = localAddress(port_);
-    require(::connect(waker, generic(address), sizeof address) == 0);
-    thread_.join();
-    closeNative(waker);
-    closeNative(listener_);
+Peer::~Peer() {
+  closeConnection();
+  real.closesocket(static_cast<SocketHandle>(listener));
+}
+
+void Peer::answer(const std::string& bytes, std::size_t pieceSize, int ending) {
+  pieces.clear();
+  for (std::size_t begin = 0; begin < bytes.size(); begin += pieceSize) {
+    pieces.push_back(bytes.substr(begin, pieceSize));
   }
+  Peer::ending = ending;
+  calls.clear();
+  received.clear();
+}
 
-  void answerWith(Reply reply) {
-    const std::lock_guard lock(mutex_);
-    reply_ = std::move(reply);
-  }
+replay::internet::address::ip4 Peer::address() { return {"127.0.0.1", port}; }
 
-  std::uint16_t port() const { return port_; }
-
-  std::string request() const {
-    const std::lock_guard lock(mutex_);
-    return request_;
-  }
-
- private:
-  void serve() {
-    for (;;) {
-      const NativeSocket socket = ::accept(listener_, nullptr, nullptr);
-      if (!isEnding_ && isOpen(socket)) answer(socket);
-      if (isOpen(socket)) closeNative(socket);
-      if (isEnding_) return;
-    }
-  }
-
-  void answer(NativeSocket socket) {
-    setOption(socket, IPPROTO_TCP, TCP_NODELAY, int{1});
-    std::string request;
-    while (request.find("\r\n\r\n") == std::string::npos) {
-      if (!receive(socket, request)) return;
-    }
-    Reply reply;
-    {
-      const std::lock_guard lock(mutex_);
-      request_ = request;
-      reply = reply_;
-    }
-    const std::size_t end = receivedByClient() + reply.bytes.size();
-    sendAll(socket, reply.bytes);
-    if (reply.ending == Ending::reset) {
-      while (receivedByClient() < end && !isEnding_) std::this_thread::yield();
-      setOption(socket, SOL_SOCKET, SO_LINGER, ::linger{1, 0});
-    } else if (reply.ending == Ending::silence) {
-      // Until the client has had enough.
-      while (receive(socket, request)) {
-      }
-    }
-  }
-
-  replay::internet::environment environment_;
-  mutable std::mutex mutex_;
-  Reply reply_;
-  std::string request_;
-  NativeSocket listener_ = ::socket(AF_INET, SOCK_STREAM, 0);
-  std::uint16_t port_ = 0;
-  std::atomic<bool> isEnding_ = false;
-  std::thread thread_;
-};
-
-Peer::Peer(Reply reply) : server_(std::make_unique<Server>(std::move(reply))) {}
-
-Peer::~Peer() = default;
-
-void Peer::answerWith(Reply reply) { server_->answerWith(std::move(reply)); }
-
-std::uint16_t Peer::port() const { return server_->port(); }
-
-std::string Peer::url() const { return "http://127.0.0.1:" + std::to_string(port()); }
-
-std::string Peer::request() const { return server_->request(); }
-
-std::atomic<std::size_t>& Peer::receivedByClient() {
-  static std::atomic<std::size_t> count = 0;
-  return count;
+std::string Peer::url(const std::string& path) {
+  return "http://127.0.0.1:" + std::to_string(port) + path;
 }
 
 }  // namespace test

@@ -1,46 +1,47 @@
-// A server on this machine that answers as a test says, however badly.
+// A server on this machine that answers as a test says, however badly, at the other end of a real
+// connection. One thread works both ends: each receive of the client first has the server send its
+// next piece.
 #pragma once
 
-#include <atomic>
-#include <cstdint>
-#include <functional>
-#include <memory>
+#include <deque>
 #include <string>
+
+#include "internet/tables.h"
+#include "replay/internet/address.h"
+#include "replay/internet/environment.h"
 
 namespace test {
 
-class Peer {
+class Peer : public Tables {
  public:
-  /// How a connection ends: in order, or with a reset; or the peer stays silent.
-  enum class Ending { close, reset, silence };
+  /// What comes behind the last piece: the server closes in order, closes with a reset, or is
+  /// silent until the client has waited long enough. The number of an error makes the client's
+  /// receive fail with it.
+  static constexpr int close = 0;
+  static constexpr int reset = -1;
+  static constexpr int silence = -2;
 
-  struct Reply {
-    std::string bytes;
-    Ending ending = Ending::close;
-  };
-
-  /// Listens on a port of its own at 127.0.0.1 and answers each connection, once its request has
-  /// come up to an empty line, with the present reply.
-  explicit Peer(Reply reply);
-  Peer(const Peer&) = delete;
-  Peer& operator=(const Peer&) = delete;
+  /// Listens on a port of its own. A server that does not listen refuses connections, and its port
+  /// is taken all the same.
+  explicit Peer(bool listens = true);
   ~Peer();
 
-  void answerWith(Reply reply);
+  /// Has the next connection answered with `bytes` in pieces of `pieceSize`, and forgets what was
+  /// noted of the last one.
+  static void answer(const std::string& bytes, std::size_t pieceSize, int ending = close);
 
-  std::uint16_t port() const;
-  /// "http://127.0.0.1:" and the port.
-  std::string url() const;
-  /// What the last connection asked; call it once its reply was read.
-  std::string request() const;
+  static replay::internet::address::ip4 address();
+  static std::string url(const std::string& path);
 
-  /// A reset takes back what has not been received yet: the peer waits with it until the client has
-  /// counted all bytes of the reply here.
-  static std::atomic<std::size_t>& receivedByClient();
+  static inline std::deque<std::string> pieces;
+  static inline int ending = close;
+  static inline int largestSend = 1 << 30;  ///< what one send of the client takes
+
+  static inline std::string calls;     ///< the client's calls with their arguments
+  static inline std::string received;  ///< what has arrived at the server
 
  private:
-  class Server;
-  std::unique_ptr<Server> server_;
+  replay::internet::environment environment_;
 };
 
 }  // namespace test

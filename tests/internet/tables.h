@@ -27,6 +27,7 @@ class Tables {
 
   /// Takes the system's look-ups of names away.
   static void emulateLookups() {
+    lookup() = {};
     platform::systemLibraries.LoadLibraryA = [](const char*) -> void* { return nullptr; };
   }
 

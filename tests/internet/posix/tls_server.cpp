@@ -1,77 +1,48 @@
 #include "internet/posix/tls_server.h"
 
-#include <arpa/inet.h>
-#include <fcntl.h>
-#include <netinet/in.h>
-#include <signal.h>
-#include <sys/socket.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <openssl/err.h>
+#include <openssl/ssl.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
-#include <thread>
+
+#include "platform/posix/openssl_connection.h"
 
 namespace test {
 namespace {
 
-sockaddr_in localAddress(std::uint16_t port) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(port);
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  return address;
+platform::SslSettings settings;
+std::unique_ptr<platform::OpensslConnection> connection;
+
+// Both ends share OpenSSL's list of errors, on which the client must not find the server's.
+void takeOutput() {
+  ERR_clear_error();
+  std::string bytes(connection->pendingOutput(), '\0');
+  connection->takeOutput(bytes.data(), bytes.size());
+  TlsServer::waiting += bytes;
 }
 
-// A port that was free a moment ago: the server does not tell which one it has taken.
-std::uint16_t freePort() {
-  const int probe = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address = localAddress(0);
-  socklen_t length = sizeof address;
-  auto* const record = reinterpret_cast<sockaddr*>(&address);
-  const bool bound =
-      ::bind(probe, record, length) == 0 && ::getsockname(probe, record, &length) == 0;
-  ::close(probe);
-  if (!bound) throw std::runtime_error("no free port");
-  return ntohs(address.sin_port);
-}
-
-void writeAll(int pipe, const std::string& bytes) {
-  for (std::size_t sent = 0; sent < bytes.size();) {
-    const ssize_t count = ::write(pipe, bytes.data() + sent, bytes.size() - sent);
-    if (count <= 0) break;
-    sent += static_cast<std::size_t>(count);
+int handle(platform::SocketHandle, const char* bytes, int count, int) {
+  connection->put(bytes, static_cast<std::size_t>(count));
+  const bool wasFinished = SSL_is_init_finished(connection->ssl()) == 1;
+  if (!wasFinished && SSL_accept(connection->ssl()) == 1) TlsServer::send(TlsServer::greeting);
+  char text[20'000];
+  std::size_t size = 0;
+  while (SSL_is_init_finished(connection->ssl()) == 1 &&
+         SSL_read_ex(connection->ssl(), text, sizeof text, &size) == 1) {
+    TlsServer::received.append(text, size);
   }
+  takeOutput();
+  return count;
 }
 
-[[noreturn]] void execute(const std::vector<std::string>& command, int input,
-                          const std::string& output) {
-  std::vector<char*> arguments;
-  arguments.reserve(command.size() + 1);
-  for (const std::string& argument : command) {
-    arguments.push_back(const_cast<char*>(argument.c_str()));
-  }
-  arguments.push_back(nullptr);
-  ::dup2(input, STDIN_FILENO);
-  ::dup2(::open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600), STDOUT_FILENO);
-  ::dup2(::open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);
-  ::execvp(arguments[0], arguments.data());
-  std::_Exit(127);
-}
-
-void endProcess(pid_t& process) {
-  if (process == 0) return;
-  ::kill(process, SIGKILL);
-  ::waitpid(process, nullptr, 0);
-  process = 0;
-}
-
-// Whether the kernel lists a socket that listens at a port of 127.0.0.1. Connecting to find out
-// would take the server's one connection.
-bool isListening(std::uint16_t port) {
-  char pattern[32];
-  std::snprintf(pattern, sizeof pattern, "0100007F:%04X 00000000:0000 0A", port);
-  return contentOf("/proc/net/tcp").find(pattern) != std::string::npos;
+int deliver(platform::SocketHandle, char* bytes, int count, int) {
+  const auto most = static_cast<std::size_t>(std::min(count, TlsServer::largest));
+  const std::size_t taken = TlsServer::waiting.copy(bytes, most);
+  TlsServer::waiting.erase(0, taken);
+  platform::sockets.WSASetLastError(TlsServer::ending);
+  return taken == 0 && TlsServer::ending != 0 ? -1 : static_cast<int>(taken);
 }
 
 }  // namespace
@@ -84,48 +55,53 @@ const TemporaryFolder& certificates() {
   return folder;
 }
 
-TlsServer::TlsServer(const std::string& name, const std::vector<std::string>& options,
-                     const std::string& input)
-    : port_(freePort()) {
+TlsServer::TlsServer(const std::string& name, const char* suites, int version) {
   const std::string key = certificates().text() + "/" + name;
-  std::vector<std::string> command = {
-      "openssl", "s_server",   "-accept", "127.0.0.1:" + std::to_string(port_),
-      "-cert",   key + ".crt", "-key",    key + ".key"};
-  command.insert(command.end(), options.begin(), options.end());
-  int ends[2];
-  if (::pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
-  input_ = ends[1];
-  feeder_ = ::fork();
-  if (feeder_ == 0) {
-    writeAll(input_, input);
-    std::_Exit(0);
+  settings.reset(SSL_CTX_new(TLS_server_method()));
+  SSL_CTX_set_min_proto_version(settings.get(), version);
+  SSL_CTX_set_max_proto_version(settings.get(), version);
+  if (SSL_CTX_set_cipher_list(settings.get(), suites) != 1 ||
+      SSL_CTX_use_certificate_chain_file(settings.get(), (key + ".crt").c_str()) != 1 ||
+      SSL_CTX_use_PrivateKey_file(settings.get(), (key + ".key").c_str(), SSL_FILETYPE_PEM) != 1) {
+    throw std::runtime_error("no TLS server");
   }
-  process_ = ::fork();
-  if (process_ == 0) execute(command, ends[0], folder_.text() + "/output");
-  ::close(ends[0]);
-  while (!isListening(port_)) {
-    if (::waitpid(process_, nullptr, WNOHANG) != 0) throw std::runtime_error("no TLS server");
-    std::this_thread::yield();
-  }
+  greeting.clear();
+  largest = 1 << 30;
+  ending = 0;
+  platform::SocketsApi& api = platform::sockets;
+  api.socket = [](int, int, int) -> platform::SocketHandle { return 7; };
+  api.connect = [](platform::SocketHandle, const void*, int) {
+    connection = std::make_unique<platform::OpensslConnection>(settings.get());
+    waiting.clear();
+    received.clear();
+    return 0;
+  };
+  api.setsockopt = [](platform::SocketHandle, int, int, const char*, int) { return 0; };
+  api.closesocket = [](platform::SocketHandle) { return 0; };
+  api.send = handle;
+  api.recv = deliver;
 }
 
 TlsServer::~TlsServer() {
-  kill();
-  endProcess(feeder_);
-  ::close(input_);
+  connection.reset();
+  settings.reset();
 }
 
-std::string TlsServer::output() const { return contentOf(folder_.path() / "output"); }
-
-std::size_t TlsServer::received() const {
-  return std::filesystem::file_size(folder_.path() / "output");
+void TlsServer::send(const std::string& text) {
+  std::size_t written = 0;
+  if (!text.empty()) SSL_write_ex(connection->ssl(), text.data(), text.size(), &written);
+  takeOutput();
 }
 
-void TlsServer::suspend() const {
-  ::kill(process_, SIGSTOP);
-  ::waitpid(process_, nullptr, WUNTRACED);
+void TlsServer::sendClosing() {
+  SSL_shutdown(connection->ssl());
+  takeOutput();
 }
 
-void TlsServer::kill() { endProcess(process_); }
+void TlsServer::sendWish() {
+  SSL_renegotiate(connection->ssl());
+  SSL_do_handshake(connection->ssl());
+  takeOutput();
+}
 
 }  // namespace test

@@ -1,12 +1,10 @@
-// "openssl s_server" on this machine, as a TLS server of another make.
+// A TLS server in the test itself, at the other end of a played connection: it handles at once what
+// the client sends, and what it answers waits until the client receives.
 #pragma once
 
-#include <sys/types.h>
-
-#include <cstdint>
 #include <string>
-#include <vector>
 
+#include "internet/tables.h"
 #include "support/temporary_folder.h"
 
 namespace test {
@@ -14,33 +12,22 @@ namespace test {
 /// A folder with the certificates of make_certificates.sh, made once for a program.
 const TemporaryFolder& certificates();
 
-class TlsServer {
+class TlsServer : public Tables {
  public:
-  /// Serves with the certificate `name` of the folder above and further options; sends `input` to
-  /// the first client.
-  TlsServer(const std::string& name, const std::vector<std::string>& options,
-            const std::string& input = {});
-  TlsServer(const TlsServer&) = delete;
-  TlsServer& operator=(const TlsServer&) = delete;
+  /// Serves each connection with the certificate `name` of the folder above, one of the suites and
+  /// the given version of the protocol.
+  explicit TlsServer(const std::string& name, const char* suites = "ALL", int version = 0x0303);
   ~TlsServer();
 
-  std::uint16_t port() const { return port_; }
+  static void send(const std::string& text);  ///< as messages of the largest size
+  static void sendClosing();                  ///< that it closes
+  static void sendWish();                     ///< for a new handshake
 
-  /// What it has received, and what it says of itself unless it is quiet.
-  std::string output() const;
-
-  /// The bytes of that.
-  std::size_t received() const;
-
-  void suspend() const;
-  void kill();
-
- private:
-  TemporaryFolder folder_;
-  std::uint16_t port_ = 0;
-  int input_ = -1;  // stays open: the server ends a connection at the end of its input
-  pid_t feeder_ = 0;
-  pid_t process_ = 0;
+  static inline std::string waiting;   ///< what the client receives next
+  static inline std::string received;  ///< text that has come
+  static inline std::string greeting;  ///< text that is sent right behind the handshake
+  static inline int largest = 0;       ///< what one receive of the client gives
+  static inline int ending = 0;        ///< the number of the error behind that, 0 for a close
 };
 
 }  // namespace test
