@@ -11,35 +11,27 @@ namespace {
 using namespace replay;
 using namespace replay::internet::transport;
 
-// What each of the classes says of itself, one to a line.
 template <typename... Failures>
-std::string texts() {
-  return ((std::string(Failures("why").what()) + "\n") + ...);
+std::string names() {
+  return ((std::string(Failures("why").name()) + ' ') + ...);
 }
 
 // The namespaces and classes around a stream's failure are no part of its name.
 TEST(Exception, NamesOfStreamFailuresAreTheirFamily) {
-  EXPECT_EQ((texts<generic, operation_interrupted, not_a_socket, address_in_use, address_not_valid,
-                   tcp::ssl::security>()),
-            "internet.transport[why]\n"
-            "internet.transport.operation_interrupted[why]\n"
-            "internet.transport.not_a_socket[why]\n"
-            "internet.transport.address_in_use[why]\n"
-            "internet.transport.address_not_valid[why]\n"
-            "internet.transport.security[why]\n");
-  using failures = tcp::base;
-  EXPECT_EQ((texts<failures::connection_failed, failures::connection_aborted,
-                   failures::connection_closed, failures::connection_refused,
-                   failures::connection_reset, failures::connection_timed_out,
-                   failures::network_unreachable, failures::host_unreachable>()),
-            "internet.transport.connection_failed[why]\n"
-            "internet.transport.connection_failed.connection_aborted[why]\n"
-            "internet.transport.connection_failed.connection_closed[why]\n"
-            "internet.transport.connection_failed.connection_refused[why]\n"
-            "internet.transport.connection_failed.connection_reset[why]\n"
-            "internet.transport.connection_failed.connection_timed_out[why]\n"
-            "internet.transport.connection_failed.network_unreachable[why]\n"
-            "internet.transport.connection_failed.host_unreachable[why]\n");
+  using base = tcp::base;
+  EXPECT_EQ((names<operation_interrupted, not_a_socket, address_in_use, address_not_valid,
+                   tcp::ssl::security, base::connection_aborted, base::connection_closed,
+                   base::connection_refused, base::connection_reset, base::connection_timed_out,
+                   base::network_unreachable, base::host_unreachable>()),
+            "internet.transport.operation_interrupted internet.transport.not_a_socket "
+            "internet.transport.address_in_use internet.transport.address_not_valid "
+            "internet.transport.security internet.transport.connection_failed.connection_aborted "
+            "internet.transport.connection_failed.connection_closed "
+            "internet.transport.connection_failed.connection_refused "
+            "internet.transport.connection_failed.connection_reset "
+            "internet.transport.connection_failed.connection_timed_out "
+            "internet.transport.connection_failed.network_unreachable "
+            "internet.transport.connection_failed.host_unreachable ");
 }
 
 class application_failure : public exception_w {

@@ -6,6 +6,7 @@
 
 #include "replay/md5.h"
 #include "replay/variant.h"
+#include "support/rows.h"
 
 namespace {
 
@@ -21,27 +22,8 @@ TEST(Variant, IntegerOfEachKindOfValue) {
   EXPECT_EQ(variant(-3e9F).as_integer(), least);
   EXPECT_EQ(variant(std::numeric_limits<float>::quiet_NaN()).as_integer(), 0);
   EXPECT_EQ(variant(std::u16string(u" 12\u0663")).as_integer(), 12);
-  const struct {
-    std::string text;
-    std::int32_t expected;
-  } rows[] = {
-      {"", 0},
-      {" 42x", 42},
-      {"\t\v\f\r-70", -70},
-      {"+89", 89},
-      {"- 8", 0},
-      {"x1", 0},
-      {"\x0E"
-       "1",
-       0},
-      {"2147483647", most},
-      {"-", 0},
-      {"2147483648", most},
-      {"-2147483648", least},
-      {"-99999999999999999999999", least},
-  };
-  for (const auto& [text, expected] : rows) {
-    EXPECT_EQ(variant(text).as_integer(), expected) << text;
+  for (const auto& [where, fields] : test::rowsOf("replay/integers.txt", 2)) {
+    EXPECT_EQ(variant(fields[0]).as_integer(), std::stoll(fields[1])) << where;
   }
 }
 
@@ -63,16 +45,13 @@ TEST(Text, CaseDoesNotCountInComparisonsButInPrefixes) {
 }
 
 TEST(Text, ReplacementThatHoldsThePatternEnds) {
-  const char* rows[][4] = {{"aaa", "a", "aa", "aaaaaa"},
-                           {"aaa", "aa", "b", "ba"},
-                           {"x&amp;lt;", "&amp;", "&", "x&lt;"},
-                           {"abc", "", "x", "abc"},
-                           {"", "a", "b", ""}};
-  for (const auto& [before, pattern, replacement, after] : rows) {
-    std::string text = before;
+  const auto replaced = [](std::string text, const char* pattern, const char* replacement) {
     replay::replace_all(text, pattern, replacement);
-    EXPECT_EQ(text, after) << before << " / " << pattern;
-  }
+    return text;
+  };
+  EXPECT_EQ(replaced("aaa", "a", "aa"), "aaaaaa");
+  EXPECT_EQ(replaced("aaa", "aa", "b"), "ba");
+  EXPECT_EQ(replaced("abc", "", "x"), "abc");
 }
 
 TEST(Text, SplitMakesNoEmptyTokens) {
@@ -84,18 +63,13 @@ TEST(Text, SplitMakesNoEmptyTokens) {
 
 TEST(Text, DigitsBothWays) {
   EXPECT_EQ(replay::hex_encode(std::string("\x00\x7f\x80\xff", 4)), "007f80ff");
-  const struct {
-    const char* digits;
-    std::uint64_t start, expected;
-  } rows[] = {{"0123456789abcdef", 0, 0x0123456789abcdef},
-              {"ABCDEF", 7, 0x7abcdef},
-              {"gG/:@`\xff-0", 1, 16},
-              {"123456789abcdef01", 0, 0x23456789abcdef01}};
-  for (const auto& [digits, start, expected] : rows) {
-    std::uint64_t value = start;
+  const auto added = [](std::uint64_t value, const char* digits) {
     replay::hex_value(digits, value);
-    EXPECT_EQ(value, expected) << digits;
-  }
+    return value;
+  };
+  EXPECT_EQ(added(0xf, "123456789abcdef"), 0xf123456789abcdefU);
+  EXPECT_EQ(added(0xf, "ABCDEF0gG/:@`\xff-"), 0xfabcdef0U);
+  EXPECT_EQ(added(1, "123456789abcdef01"), 0x23456789abcdef01U);
   std::string encoded = "?";
   replay::url_encode("aZ0.-_ ~+/\xe6", encoded);
   EXPECT_EQ(encoded, "?aZ0.-_%20%7E%2B%2F%E6");
