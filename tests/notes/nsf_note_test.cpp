@@ -82,16 +82,6 @@ TEST_F(Notes, TextIsWrittenAsUtf8AndReadByteByByteUpToTheBuffer) {
   EXPECT_EQ(note.valueLength("long"), 1100U);
 }
 
-TEST_F(Notes, FailedCallsOfNoRunAreToldAsTheirWords) {
-  fail("NSFItemSetNumber", 1);
-  EXPECT_EQ(failureOf([] { NsfNote(0).setNumber("a", 1); }), test::unknown);
-  fail("NSFItemConvertToText", 1);
-  const NsfDbConnection connection("QBConf.nsf");
-  const NoteHandle handle(connection, 1);
-  EXPECT_EQ(failureOf([&] { NsfNote(handle.handle()).getTimeText("time"); }),
-            u"Item \"time\" is not present in Note.");
-}
-
 TEST_F(Notes, TimeIsReadAsYearMonthDayWhateverTheServersSettings) {
   const auto own = notes::api.OSGetIntlSettings;
   notes::api.OSGetIntlSettings = [](INTLFORMAT* settings, WORD size) {

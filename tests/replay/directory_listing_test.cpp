@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/rows.h"
 #include "support/temporary_folder.h"
 
 namespace {
@@ -15,28 +16,15 @@ TEST(DirectoryListing, MaskAppliesToFoldersAndToWhatLiesBelowInTheOrderOfNames) 
                            "logs.d/logs.deep/logs.end", "logs.b", "logs.x", "logs.a"}) {
     test::writeFile(folder.path() / name, "");
   }
-  const struct {
-    const char* mask;
-    bool directories, files, recursive;
-    const char* expected;
-  } rows[] = {
-      {"logs*", false, true, false, " LOGS.2 logs.a logs.b logs.txt logs.x"},
-      {"logs*", true, false, false, " logs.d"},
-      {"logs.d*", true, true, true, " logs.d logs.deep"},
-      {"log?.*", false, true, true, " LOGS.2 logs.a logs.b logs.end logs.in logs.txt logs.x"},
-      {"?.t*t", true, true, true, " b.txt"},
-      {"*GS*E?D", false, true, false, ""},
-      {"*s.x", false, true, false, " logs.x"},
-      {"*.*", true, false, false, " logs.d other"},
-      {"none*", true, true, true, ""},
-  };
-  for (const auto& [mask, directories, files, recursive, expected] : rows) {
+  for (const auto& [where, fields] : test::rowsOf("replay/directory_listing.txt", 3)) {
+    const bool all = fields[1].starts_with("all");
     std::string found;
-    for (const std::string& name :
-         replay::list_directory(folder.text() + "/", mask, directories, files, recursive)) {
-      found += ' ' + name;
+    for (const std::string& name : replay::list_directory(
+             folder.text() + "/", fields[0], all || fields[1].starts_with("folders"),
+             all || fields[1].starts_with("files"), fields[1].ends_with("below"))) {
+      found += (found.empty() ? "" : " ") + name;
     }
-    EXPECT_EQ(found, expected) << mask;
+    EXPECT_EQ(found, fields[2]) << where;
   }
   EXPECT_TRUE(replay::list_directory(folder.text() + "/nowhere/", "*", true, true, true).empty());
 }
