@@ -2,7 +2,7 @@
 
 #include "replay/internet/xml_value.h"
 #include "check.h"
-#include "support/slow_text.h"
+#include "slow_text.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view input = asText(data, size);

@@ -2,48 +2,31 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
+#include "support/rows.h"
 #include "support/temporary_folder.h"
 
 namespace {
 
-using names = std::vector<std::string>;
-
-TEST(DirectoryListing, MaskAppliesToFoldersAndToWhatLiesBelow) {
+TEST(DirectoryListing, MaskAppliesToFoldersAndToWhatLiesBelowInTheOrderOfNames) {
   const test::TemporaryFolder folder;
   for (const char* name : {"logs.d", "logs.d/logs.deep", "other", ".logs"}) {
     std::filesystem::create_directory(folder.path() / name);
   }
   for (const char* name : {"logs.txt", "LOGS.2", "b.txt", "logs.d/logs.in", "other/logs.hidden",
-                           "logs.d/logs.deep/logs.end"}) {
+                           "logs.d/logs.deep/logs.end", "logs.b", "logs.x", "logs.a"}) {
     test::writeFile(folder.path() / name, "");
   }
-  const struct {
-    const char* mask;
-    bool directories, files, recursive;
-    names expected;
-  } rows[] = {
-      {"logs*", false, true, false, {"LOGS.2", "logs.txt"}},
-      {"logs*", true, false, false, {"logs.d"}},
-      {"logs*",
-       true,
-       true,
-       true,
-       {"LOGS.2", "logs.d", "logs.deep", "logs.end", "logs.in", "logs.txt"}},
-      {"logs*", false, true, true, {"LOGS.2", "logs.end", "logs.in", "logs.txt"}},
-      {"?.t*t", true, true, true, {"b.txt"}},
-      {"*.*", true, false, false, {"logs.d", "other"}},
-      {"none*", true, true, true, {}},
-  };
-  for (const auto& row : rows) {
-    names found = replay::list_directory(folder.text() + "/", row.mask, row.directories, row.files,
-                                         row.recursive);
-    // The order within a folder is the system's.
-    std::sort(found.begin(), found.end());
-    EXPECT_EQ(found, row.expected) << row.mask;
+  for (const auto& [where, fields] : test::rowsOf("replay/directory_listing.txt", 3)) {
+    const bool all = fields[1].starts_with("all");
+    std::string found;
+    for (const std::string& name : replay::list_directory(
+             folder.text() + "/", fields[0], all || fields[1].starts_with("folders"),
+             all || fields[1].starts_with("files"), fields[1].ends_with("below"))) {
+      found += (found.empty() ? "" : " ") + name;
+    }
+    EXPECT_EQ(found, fields[2]) << where;
   }
-  EXPECT_EQ(replay::list_directory(folder.text() + "/nowhere/", "*", true, true, true), names{});
+  EXPECT_TRUE(replay::list_directory(folder.text() + "/nowhere/", "*", true, true, true).empty());
 }
 
 }  // namespace
