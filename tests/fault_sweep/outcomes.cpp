@@ -122,23 +122,25 @@ Lines counted(const Lines& lines) {
   return text;
 }
 
-std::string list(const Lines& things) {
+std::string list(const Lines& things, const std::string& separator) {
   std::string text;
-  for (const std::string& thing : counted(things)) text += (text.empty() ? "" : ", ") + thing;
+  for (const std::string& thing : counted(things)) text += (text.empty() ? "" : separator) + thing;
   return text;
 }
 
+// A few lines that read differently stand as one; of many that are lost the first alone is shown.
 void addChange(const Change& change, const std::string& subject, Lines& outcome) {
-  const std::string first = std::to_string(change.at + 1);
-  const std::string last = std::to_string(change.at + change.lost.size());
-  const Lines gained = counted(change.gained);
-  if (change.lost.size() == 1 && gained.size() == 1) {
-    outcome.push_back("- " + first + ": " + change.lost[0] + "  =>  " + masked(gained[0], subject));
+  constexpr std::size_t few = 3;
+  const auto& [at, lost, gained] = change;
+  const std::string first = "- " + std::to_string(at + 1);
+  const std::string last = lost.size() < 2 ? "" : '-' + std::to_string(at + lost.size());
+  if (lost.size() == gained.size() && lost.size() <= few) {
+    outcome.push_back(first + last + ": " + list(lost, " | ") + "  =>  " +
+                      masked(list(gained, " | "), subject));
     return;
   }
-  if (!change.lost.empty())
-    outcome.push_back("- " + (first == last ? first : first + '-' + last) + ": " + change.lost[0]);
-  for (const std::string& line : gained) outcome.push_back("+ " + masked(line, subject));
+  if (!lost.empty()) outcome.push_back(first + last + ": " + lost[0]);
+  for (const std::string& line : counted(gained)) outcome.push_back("+ " + masked(line, subject));
 }
 
 // Whether a thing that stays open in the clean run is closed in this one, and not just never
@@ -167,8 +169,8 @@ Lines outcomeOf(const RecordedRun& clean, const RecordedRun& run, const std::str
                  [&](const std::string& thing) { return isClosed(thing, run); });
     left.insert(left.end(), gained.begin(), gained.end());
   }
-  if (!closed.empty()) outcome.push_back("closed: " + list(closed));
-  if (!left.empty()) outcome.push_back("left: " + list(left));
+  if (!closed.empty()) outcome.push_back("closed: " + list(closed, ", "));
+  if (!left.empty()) outcome.push_back("left: " + list(left, ", "));
   if (!run.databasesUnchanged) outcome.emplace_back("a database is changed");
   if (run.shown.status != clean.shown.status) outcome.push_back("status " + run.shown.status);
   if (outcome.empty()) outcome.emplace_back("nothing");
