@@ -54,12 +54,6 @@ NOTEHANDLE openNote(DBHANDLE db, NOTEID id) {
   return note;
 }
 
-NOTEHANDLE createNote(DBHANDLE db) {
-  NOTEHANDLE note = 0;
-  EXPECT_EQ(wordsOf(NSFNoteCreate(db, &note)), noError);
-  return note;
-}
-
 FORMULAHANDLE compile(const std::string& formula) {
   FORMULAHANDLE handle = 0;
   WORD any = 0;  // a caller may pass one place for all results
@@ -104,7 +98,8 @@ std::string foundIn(const std::string& path) {
 }
 
 std::string write(DBHANDLE db, const std::string& text) {
-  const NOTEHANDLE note = createNote(db);
+  NOTEHANDLE note = 0;
+  EXPECT_EQ(wordsOf(NSFNoteCreate(db, &note)), noError);
   EXPECT_EQ(setText(note, "text", text), 0);
   const STATUS status = NSFNoteUpdate(note, 0);
   EXPECT_EQ(NSFNoteClose(note), 0);
