@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <functional>
 #include <sstream>
 
 #include "server.h"
@@ -58,6 +57,7 @@ TEST(Item, WritesReachTheFileInPlaceAndOrder) {
             "An item cannot hold a number that is not finite");
   for (const char* name : {"", "\xE9"})
     EXPECT_EQ(wordsOf(setText(note, name, "x")), "The name of an item is UTF-8 and not empty");
+  EXPECT_NE(NSFItemInfo(note, "x", 1, nullptr, nullptr, nullptr, nullptr), 0);
   EXPECT_EQ(textOf(openNote(db, 3), "First"), "1") << "changed before the update";
   EXPECT_EQ(NSFNoteUpdate(note, 0), 0);
   EXPECT_EQ(textOf(openNote(db, 3), "First"), "\xE9");
@@ -122,7 +122,7 @@ TEST(Time, TextGoesToGmtAndBackOrIsRefused) {
   }
 }
 
-TEST(Time, SettingsDecideSeparatorsFormatAndLength) {
+TEST(Time, OnlyItsSettingsFormatAndCalendarCount) {
   const Server server(header, "Timezone=1");
   const std::string text = "02.01.2012 03:04:05";
   INTLFORMAT settings = settingsOf("day");
@@ -136,14 +136,9 @@ TEST(Time, SettingsDecideSeparatorsFormatAndLength) {
   settings.AMString[0] = '#';
   OSGetIntlSettings(&settings, 4);
   EXPECT_EQ(settings.AMString[0], '#') << "written behind the size";
-}
-
-TEST(Time, OnlyPossibleMomentsHaveParts) {
-  const Server server(header, "Timezone=1");
-  EXPECT_TRUE(local({{25, 2440588}}).starts_with("1969-12-31 23:00:00.25 weekday 4"));
-  EXPECT_TRUE(local({{8639999, 0xAB000000 | 2440588}}).starts_with("1970-01-01 22:59:59.99"));
-  const TIMEDATE impossible[] = {{{8640000, 2440588}}, {{0, 0xFFFFFF}}, {{0, 1721426}}};
-  for (const TIMEDATE time : impossible) EXPECT_EQ(local(time), "refused");
+  // A day of more hundredths, one that is in no calendar, and one that has begun only in Greenwich.
+  for (const TIMEDATE time : {TIMEDATE{{8640000, 2440588}}, {{0, 0xFFFFFF}}, {{0, 1721426}}})
+    EXPECT_EQ(local(time), "refused");
   TIMEDATE now{};
   OSCurrentTIMEDATE(&now);
   const std::time_t seconds = (std::time_t{now.Innards[1]} - 2440588) * 86400;
@@ -158,29 +153,29 @@ NOTEHANDLE openProfile(DBHANDLE db, const std::string& profile, const std::strin
   return note;
 }
 
-TEST(Profile, ReachesTheFileOnlyByItsOwnUpdate) {
-  const Server server;
+TEST(Profile, ReachesTheFileOnlyByItsOwnUpdateAndIsOneForItsName) {
+  const std::string lines = R"({"note":8,"profile":"Late","items":{"name":"8"}})"
+                            "\n"
+                            R"({"note":7,"profile":"late","items":{"name":"7"}})"
+                            "\n";
+  const Server server(header + lines + noteLine(8));  // which is no profile any more
   const DBHANDLE db = openDatabase();
   const NOTEHANDLE note = openProfile(db, "Customer");
-  const NOTEHANDLE rival = openProfile(db, "customer");
   EXPECT_EQ(setText(note, "name", "Nordholm"), 0);
   EXPECT_EQ(wordsOf(NSFNoteUpdate(note, 0)),
             "A profile note is written only by the operation for profiles");
-  EXPECT_EQ(setText(rival, "name", "Rival"), 0);
-  EXPECT_EQ(test::contentOf("a.nsf"), header);
-
-  EXPECT_EQ(NSFProfileUpdate(note, "Customer", 8, nullptr, 0), 0);
-  EXPECT_EQ(write(db, "document"), noError);
-  EXPECT_EQ(NSFProfileUpdate(rival, "customer", 8, nullptr, 0), 0);
+  EXPECT_EQ(textOf(openProfile(db, "customer"), "name"), "");
+  for (const char* name : {"Customer", "CUSTOMER"})
+    EXPECT_EQ(NSFProfileUpdate(note, name, 8, nullptr, 0), 0);
   EXPECT_EQ(NSFProfileUpdate(note, "Customer", 8, "Mail/Acme", 9), 0);
-  EXPECT_EQ(textOf(openProfile(db, "CUSTOMER"), "NAME"), "Rival");
-  EXPECT_EQ(textOf(openProfile(db, "customer", "mail/acme"), "name"), "Nordholm");
+  EXPECT_EQ(textOf(openProfile(db, "customer", "mail/acme"), "NAME"), "Nordholm");
   EXPECT_EQ(textOf(openProfile(db, "customer", "mail"), "name"), "");
-  EXPECT_EQ(textOf(openNote(db, 1), "name"), "Rival") << "two notes for one profile";
-  EXPECT_EQ(found(db), "2");
-  EXPECT_EQ(wordsOf(NSFProfileUpdate(openNote(db, 2), "customer", 8, nullptr, 0)),
+  EXPECT_EQ(textOf(openProfile(db, "late"), "name"), "7");
+  EXPECT_EQ(write(db, "document"), noError);
+  EXPECT_EQ(foundIn("./a.nsf"), "8 11") << "two notes for one profile";
+  EXPECT_EQ(wordsOf(NSFProfileUpdate(openNote(db, 8), "customer", 8, nullptr, 0)),
             "The note is not a profile note");
-  NOTEHANDLE nameless = 77;
+  NOTEHANDLE nameless = 0;
   EXPECT_EQ(wordsOf(NSFProfileOpen(db, "", 0, nullptr, 0, 1, &nameless)), "A profile needs a name");
 }
 
@@ -214,37 +209,30 @@ TEST(Formula, SelectsExactlyWhatItSaysOrDoesNotCompile) {
               "The formula is nested too deeply at 1:108, 107+1");
 }
 
-using Callback = std::function<STATUS(NOTEID)>;
-
-STATUS callBack(void* context, SEARCH_MATCH* match, void* summary) {
-  EXPECT_EQ(*static_cast<const WORD*>(summary), 0);
-  EXPECT_EQ(WORD{match->NoteClass}, NOTE_CLASS_DATA);
-  EXPECT_EQ(DWORD{match->ID.File.Innards[1]}, 0x852564F2);
-  return (*static_cast<Callback*>(context))(match->ID.NoteID);
-}
-
 TEST(Search, CallbackMayDoAnythingAndSeesTheNotesOfTheStart) {
-  const Server server(header + noteLine(1) + noteLine(9) + noteLine(3));
+  const Server server(header + noteLine(11) + noteLine(1) + noteLine(9) + noteLine(3));
   const DBHANDLE db = openDatabase();
   const FORMULAHANDLE formula = compile("SELECT @All");
   std::string seen;
-  Callback callback = [&](NOTEID id) -> STATUS {
-    seen += std::to_string(id) + ",";
-    if (id != 1) return id == 9 ? 0x8123 : 0;
-    EXPECT_EQ(write(db, "new"), noError);
-    EXPECT_EQ(found(db), "1 3 9 10");
+  const auto callback = [](void* context, SEARCH_MATCH* match, void* summary) -> STATUS {
+    EXPECT_EQ(*static_cast<const WORD*>(summary), 0);
+    EXPECT_TRUE(match->NoteClass == NOTE_CLASS_DATA && match->ID.File.Innards[1] == 0x852564F2);
+    static_cast<std::string*>(context)->append(std::to_string(match->ID.NoteID) + ",");
+    if (match->ID.NoteID != 1) return match->ID.NoteID == 9 ? 0x8123 : 0;
+    EXPECT_EQ(write(openDatabase(), "new"), noError);
+    EXPECT_EQ(foundIn(), "1 3 9 11 12");
     NotesTerm();
     return 0;
   };
   const auto search = [&](WORD flags, WORD noteClass, TIMEDATE* since) {
-    return NSFSearch(db, formula, "", flags, noteClass, since, callBack, &callback, nullptr);
+    return NSFSearch(db, formula, "", flags, noteClass, since, callback, &seen, nullptr);
   };
   TIMEDATE time{{0, 2440588}};
   for (const STATUS status : {search(1, 1, nullptr), search(0, 2, nullptr), search(0, 1, &time)})
     EXPECT_EQ(wordsOf(status),
               "The library searches documents only, and without flags or a time to begin at");
   EXPECT_EQ(search(0, NOTE_CLASS_DATA, nullptr), 0x8123);
-  EXPECT_EQ(seen, "1,3,9,");
+  EXPECT_EQ(seen, "1,3,9,") << "9 ends it";
 }
 
 }  // namespace

@@ -44,7 +44,10 @@ Server::~Server() {
 
 DBHANDLE openDatabase(const std::string& path) {
   DBHANDLE db = 0;
-  EXPECT_EQ(wordsOf(NSFDbOpen(path.c_str(), &db)), noError);
+  TIMEDATE changed{};
+  const STATUS status = NSFDbOpenExtended(path.c_str(), 0, 0, nullptr, &db, nullptr, &changed);
+  EXPECT_EQ(wordsOf(status), noError);
+  EXPECT_GT(DWORD{changed.Innards[1]}, 2440588U) << "a file has a time";
   return db;
 }
 
