@@ -2,9 +2,20 @@
 
 #include <algorithm>
 #include <map>
+#include <sstream>
 
 namespace test {
 namespace {
+
+// The kinds of things that operations open and close.
+const std::map<std::string, std::string> opening = {
+    {"NSFDbOpen", "database"}, {"NSFDbOpenExtended", "database"}, {"NSFNoteOpen", "note"},
+    {"NSFNoteCreate", "note"}, {"NSFProfileOpen", "note"},        {"NSFFormulaCompile", "memory"},
+    {"OSLockObject", "lock"},  {"NAMEGetAddressBooks", "memory"}};
+const std::map<std::string, std::string> closing = {{"NSFDbClose", "database"},
+                                                    {"NSFNoteClose", "note"},
+                                                    {"OSMemFree", "memory"},
+                                                    {"OSUnlockObject", "lock"}};
 
 // Lines that stand in place of others.
 struct Change {
@@ -146,13 +157,48 @@ void addChange(const Change& change, const std::string& subject, Lines& outcome)
 // Whether a thing that stays open in the clean run is closed in this one, and not just never
 // opened: compiled formulas are all that stays.
 bool isClosed(const std::string& thing, const RecordedRun& run) {
-  const std::string call = "NSFFormulaCompile " + thing.substr(std::string("open memory ").size());
-  const auto opened = std::count_if(run.calls.begin(), run.calls.end(),
-                                    [&](const NotesCall& each) { return each.name == call; });
+  const auto opened = std::count_if(run.calls.begin(), run.calls.end(), [&](const NotesCall& call) {
+    return call.operation == "NSFFormulaCompile" && !call.isMadeToFail &&
+           thing == "open memory " + call.subject;
+  });
   return opened > std::count(run.open.begin(), run.open.end(), thing);
 }
 
 }  // namespace
+
+void takeRecord(const std::string& record, RecordedRun& run) {
+  std::map<std::pair<std::string, std::string>, std::pair<std::string, std::string>> things;
+  for (const std::string& line : linesOf(record)) {
+    Lines parts;
+    std::istringstream text(line);
+    for (std::string part; std::getline(text, part, '\t');) parts.push_back(part);
+    const auto& operation = parts.at(0);
+    const bool succeeds = parts.at(4) == "1";
+    const auto closed = closing.find(operation);
+    if (closed != closing.end() && parts[2] != "0") {
+      const auto thing = things.find({closed->second, parts[2]});
+      parts[1] = thing == things.end() ? "" : thing->second.second;
+      if (thing == things.end()) {
+        run.open.push_back("foreign " + closed->second);
+      } else if (succeeds) {
+        things.erase(thing);
+      } else {
+        thing->second.first = "refused ";
+      }
+    }
+    const auto opened = opening.find(operation);
+    // A lock is on the block that is passed.
+    const std::string& handle = operation == "OSLockObject" ? parts[2] : parts[3];
+    if (opened != opening.end() && succeeds && handle != "0")
+      things[{opened->second, handle}] = {"open ", parts[1]};
+    run.calls.push_back({operation, parts[1], std::stoul(parts.at(5)), parts[4] == "failed"});
+  }
+  for (const auto& [key, thing] : things) {
+    const auto& [state, label] = thing;
+    run.open.push_back(state + key.first + (label.empty() ? "" : ' ' + label));
+  }
+  std::sort(run.open.begin(), run.open.end());
+}
 
 Lines outcomeOf(const RecordedRun& clean, const RecordedRun& run, const std::string& subject) {
   Lines outcome;
