@@ -34,6 +34,8 @@ TEST(Start, ArgumentWinsAndTheSessionLastsUntilTheEnd) {
   EXPECT_EQ(initialise("=other.ini"), "The library is initialised already");
   EXPECT_EQ(variable("From"), "yes:folder");
   NotesTerm();
+  char path[NOTES_PATH_SIZE];
+  EXPECT_EQ(OSGetDataDirectory(path), 0);
   EXPECT_EQ(variable("From"), "no:");
   EXPECT_EQ(foundIn(), "The library is not initialised");
   EXPECT_EQ(wordsOf(0x8201), "The library is not initialised") << "with the bits of flags";
@@ -122,6 +124,12 @@ TEST(Handles, OnlyOpenOnesOfTheRightKindWork) {
     EXPECT_EQ(OSLockObject(handle) != nullptr, handle == block);
     EXPECT_EQ(OSUnlockObject(handle), handle == block ? 1 : 0);
   }
+  char text[4];
+  EXPECT_EQ(NSFItemGetText(db, "x", text, 4) + NSFItemGetTextListEntries(db, "x") +
+                NSFItemGetTextListEntry(db, "x", 0, text, 4) +
+                NSFItemConvertToText(db, "x", text, 4, '|') + NSFItemGetNumber(db, "x", nullptr) +
+                NSFItemGetTime(db, "x", nullptr),
+            0);
   for (const HANDLE handle : all) EXPECT_EQ(NSFDbClose(handle) == 0, handle == db);
   EXPECT_EQ(wordsOf(NSFDbClose(db)), "The handle is not that of an open database");
   const DBHANDLE younger = openDatabase();

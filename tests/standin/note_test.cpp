@@ -28,9 +28,9 @@ std::string shown(NOTEHANDLE note, const std::string& item) {
   all.write(text, NSFItemGetText(note, item.c_str(), text, 4)) << "> <";
   all << NSFItemGetTextListEntries(note, item.c_str()) << ':';
   all.write(text, NSFItemGetTextListEntry(note, item.c_str(), 1, text, 3)) << "> <";
-  if (NSFItemGetNumber(note, item.c_str(), &number) != 0) all << number;
+  if (NSFItemGetNumber(note, item.c_str(), &number) == 1) all << number;
   all << "> <";
-  if (NSFItemGetTime(note, item.c_str(), &time) != 0) all << time.Innards[0];
+  if (NSFItemGetTime(note, item.c_str(), &time) == 1) all << time.Innards[0];
   return all.str() + '>';
 }
 
@@ -154,11 +154,13 @@ NOTEHANDLE openProfile(DBHANDLE db, const std::string& profile, const std::strin
 }
 
 TEST(Profile, ReachesTheFileOnlyByItsOwnUpdateAndIsOneForItsName) {
-  const std::string lines = R"({"note":8,"profile":"Late","items":{"name":"8"}})"
+  const std::string lines = R"({"note":6,"profile":"gone","items":{}})"
+                            "\n"
+                            R"({"note":8,"profile":"Late","items":{"name":"8"}})"
                             "\n"
                             R"({"note":7,"profile":"late","items":{"name":"7"}})"
                             "\n";
-  const Server server(header + lines + noteLine(8));  // which is no profile any more
+  const Server server(header + lines + noteLine(8) + noteLine(6, R"("name":"6")"));
   const DBHANDLE db = openDatabase();
   const NOTEHANDLE note = openProfile(db, "Customer");
   EXPECT_EQ(setText(note, "name", "Nordholm"), 0);
@@ -171,8 +173,9 @@ TEST(Profile, ReachesTheFileOnlyByItsOwnUpdateAndIsOneForItsName) {
   EXPECT_EQ(textOf(openProfile(db, "customer", "mail/acme"), "NAME"), "Nordholm");
   EXPECT_EQ(textOf(openProfile(db, "customer", "mail"), "name"), "");
   EXPECT_EQ(textOf(openProfile(db, "late"), "name"), "7");
+  EXPECT_EQ(textOf(openProfile(db, "gone"), "name"), "") << "its line is no profile any more";
   EXPECT_EQ(write(db, "document"), noError);
-  EXPECT_EQ(foundIn("./a.nsf"), "8 11") << "two notes for one profile";
+  EXPECT_EQ(foundIn("./a.nsf"), "6 8 11") << "two notes for one profile";
   EXPECT_EQ(wordsOf(NSFProfileUpdate(openNote(db, 8), "customer", 8, nullptr, 0)),
             "The note is not a profile note");
   NOTEHANDLE nameless = 0;
