@@ -15,6 +15,8 @@ TEST_P(Worlds, ShowTheExpectedReportAndConsole) {
   EXPECT_EQ(shown.status, expected.status);
   EXPECT_EQ(test::joined(shown.console), test::joined(expected.console));
   EXPECT_EQ(test::joined(shown.report), test::joined(expected.report));
+  EXPECT_TRUE(shown.status != "0" || !std::filesystem::exists(world.data() / "Quellbright"))
+      << "a run that does not start leaves nothing behind";
   if (test::joined(shown.report).find("Succes!") != std::string::npos) {
     const auto log = test::onlyFile(world.data() / "Quellbright", "Quellbright-TESTLOGFILE-");
     EXPECT_EQ(world.shownReport(test::contentOf(log)),

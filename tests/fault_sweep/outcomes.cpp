@@ -2,9 +2,20 @@
 
 #include <algorithm>
 #include <map>
+#include <sstream>
 
 namespace test {
 namespace {
+
+// The kinds of things that operations open and close.
+const std::map<std::string, std::string> opening = {
+    {"NSFDbOpen", "database"}, {"NSFDbOpenExtended", "database"}, {"NSFNoteOpen", "note"},
+    {"NSFNoteCreate", "note"}, {"NSFProfileOpen", "note"},        {"NSFFormulaCompile", "memory"},
+    {"OSLockObject", "lock"},  {"NAMEGetAddressBooks", "memory"}};
+const std::map<std::string, std::string> closing = {{"NSFDbClose", "database"},
+                                                    {"NSFNoteClose", "note"},
+                                                    {"OSMemFree", "memory"},
+                                                    {"OSUnlockObject", "lock"}};
 
 // Lines that stand in place of others.
 struct Change {
@@ -122,35 +133,72 @@ Lines counted(const Lines& lines) {
   return text;
 }
 
-std::string list(const Lines& things) {
+std::string list(const Lines& things, const std::string& separator) {
   std::string text;
-  for (const std::string& thing : counted(things)) text += (text.empty() ? "" : ", ") + thing;
+  for (const std::string& thing : counted(things)) text += (text.empty() ? "" : separator) + thing;
   return text;
 }
 
+// A few lines that read differently stand as one; of many that are lost the first alone is shown.
 void addChange(const Change& change, const std::string& subject, Lines& outcome) {
-  const std::string first = std::to_string(change.at + 1);
-  const std::string last = std::to_string(change.at + change.lost.size());
-  const Lines gained = counted(change.gained);
-  if (change.lost.size() == 1 && gained.size() == 1) {
-    outcome.push_back("- " + first + ": " + change.lost[0] + "  =>  " + masked(gained[0], subject));
+  constexpr std::size_t few = 3;
+  const auto& [at, lost, gained] = change;
+  const std::string first = "- " + std::to_string(at + 1);
+  const std::string last = lost.size() < 2 ? "" : '-' + std::to_string(at + lost.size());
+  if (lost.size() == gained.size() && lost.size() <= few) {
+    outcome.push_back(first + last + ": " + list(lost, " | ") + "  =>  " +
+                      masked(list(gained, " | "), subject));
     return;
   }
-  if (!change.lost.empty())
-    outcome.push_back("- " + (first == last ? first : first + '-' + last) + ": " + change.lost[0]);
-  for (const std::string& line : gained) outcome.push_back("+ " + masked(line, subject));
+  if (!lost.empty()) outcome.push_back(first + last + ": " + lost[0]);
+  for (const std::string& line : counted(gained)) outcome.push_back("+ " + masked(line, subject));
 }
 
 // Whether a thing that stays open in the clean run is closed in this one, and not just never
 // opened: compiled formulas are all that stays.
 bool isClosed(const std::string& thing, const RecordedRun& run) {
-  const std::string call = "NSFFormulaCompile " + thing.substr(std::string("open memory ").size());
-  const auto opened = std::count_if(run.calls.begin(), run.calls.end(),
-                                    [&](const NotesCall& each) { return each.name == call; });
+  const auto opened = std::count_if(run.calls.begin(), run.calls.end(), [&](const NotesCall& call) {
+    return call.operation == "NSFFormulaCompile" && !call.isMadeToFail &&
+           thing == "open memory " + call.subject;
+  });
   return opened > std::count(run.open.begin(), run.open.end(), thing);
 }
 
 }  // namespace
+
+void takeRecord(const std::string& record, RecordedRun& run) {
+  std::map<std::pair<std::string, std::string>, std::pair<std::string, std::string>> things;
+  for (const std::string& line : linesOf(record)) {
+    Lines parts;
+    std::istringstream text(line);
+    for (std::string part; std::getline(text, part, '\t');) parts.push_back(part);
+    const auto& operation = parts.at(0);
+    const bool succeeds = parts.at(4) == "1";
+    const auto closed = closing.find(operation);
+    if (closed != closing.end() && parts[2] != "0") {
+      const auto thing = things.find({closed->second, parts[2]});
+      parts[1] = thing == things.end() ? "" : thing->second.second;
+      if (thing == things.end()) {
+        run.open.push_back("foreign " + closed->second);
+      } else if (succeeds) {
+        things.erase(thing);
+      } else {
+        thing->second.first = "refused ";
+      }
+    }
+    const auto opened = opening.find(operation);
+    // A lock is on the block that is passed.
+    const std::string& handle = operation == "OSLockObject" ? parts[2] : parts[3];
+    if (opened != opening.end() && succeeds && handle != "0")
+      things[{opened->second, handle}] = {"open ", parts[1]};
+    run.calls.push_back({operation, parts[1], std::stoul(parts.at(5)), parts[4] == "failed"});
+  }
+  for (const auto& [key, thing] : things) {
+    const auto& [state, label] = thing;
+    run.open.push_back(state + key.first + (label.empty() ? "" : ' ' + label));
+  }
+  std::sort(run.open.begin(), run.open.end());
+}
 
 Lines outcomeOf(const RecordedRun& clean, const RecordedRun& run, const std::string& subject) {
   Lines outcome;
@@ -167,8 +215,8 @@ Lines outcomeOf(const RecordedRun& clean, const RecordedRun& run, const std::str
                  [&](const std::string& thing) { return isClosed(thing, run); });
     left.insert(left.end(), gained.begin(), gained.end());
   }
-  if (!closed.empty()) outcome.push_back("closed: " + list(closed));
-  if (!left.empty()) outcome.push_back("left: " + list(left));
+  if (!closed.empty()) outcome.push_back("closed: " + list(closed, ", "));
+  if (!left.empty()) outcome.push_back("left: " + list(left, ", "));
   if (!run.databasesUnchanged) outcome.emplace_back("a database is changed");
   if (run.shown.status != clean.shown.status) outcome.push_back("status " + run.shown.status);
   if (outcome.empty()) outcome.emplace_back("nothing");

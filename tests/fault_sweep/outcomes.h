@@ -8,20 +8,28 @@
 
 namespace test {
 
-/// A Notes call of a run, as library/failing_notes.cpp records it.
+/// A Notes call of a run.
 struct NotesCall {
+  std::string operation;
+  std::string subject;     ///< Its path, profile, formula or item; that of what it closes.
   std::size_t reportSize;  ///< In bytes, when the call was made.
-  std::string name;        ///< The operation, and its path, profile, formula or item.
-  std::string subject;
+  bool isMadeToFail;
+
+  std::string name() const { return operation + (subject.empty() ? "" : ' ' + subject); }
 };
 
 struct RecordedRun {
   Shown shown;
   std::string report;  ///< As bytes.
   std::vector<NotesCall> calls;
-  Lines open;  ///< What was open at the end, as library/ledger.h tells; in order.
+  Lines open;  ///< What was open at the end, as "open database QBConf.nsf", in order.
   bool databasesUnchanged;
 };
+
+/// Takes the calls of a record, as library/failing_notes.cpp writes it, and what they leave open of
+/// databases, notes, memory (compiled formulas and blocks) and locks: "refused" what did not close,
+/// "foreign" what was closed and not open.
+void takeRecord(const std::string& record, RecordedRun& run);
 
 /// What differs from the clean run, line by line: lines of the report lost (by their numbers there)
 /// and gained, the same of the console, what is closed or left open in the end unlike there, the

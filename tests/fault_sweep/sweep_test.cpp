@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <set>
-#include <sstream>
 #include <thread>
 
 #include "fault_sweep/outcomes.h"
@@ -40,19 +39,7 @@ RecordedRun runWith(const World& world, const std::string& plan) {
   std::filesystem::remove(world.root() + "/record");
   test::writeFile(world.root() + "/plan", plan);
   RecordedRun run{world.run(), world.reportBytes(), {}, {}, world.restore()};
-  for (const std::string& line : test::linesOf(test::contentOf(world.root() + "/record"))) {
-    Lines parts;
-    std::istringstream text(line);
-    for (std::string part; std::getline(text, part, '\t');) parts.push_back(part);
-    parts.resize(4);
-    if (parts[0] == "call") {
-      const std::string name = parts[2] + (parts[3].empty() ? "" : " " + parts[3]);
-      run.calls.push_back({std::stoul(parts[1]), name, parts[3]});
-    } else if (parts[0] != "failed") {
-      run.open.push_back(parts[0] + ' ' + parts[1] + (parts[2].empty() ? "" : ' ' + parts[2]));
-    }
-  }
-  std::sort(run.open.begin(), run.open.end());
+  test::takeRecord(test::contentOf(world.root() + "/record"), run);
   return run;
 }
 
@@ -62,11 +49,11 @@ class FaultSweep : public testing::Test {
     // A finished run exits with 1, as a program of the sanitizers does that found something.
     ::setenv("ASAN_OPTIONS", "exitcode=99", 1);
     ::setenv("UBSAN_OPTIONS", "exitcode=99", 1);
-    const World world("every_kind", LIBRARY);
+    const World world("every_kind", "failing_notes/nnotes.dll");
     clean_ = runWith(world, "");
     ASSERT_EQ(clean_.shown, world.expected());
-    ASSERT_EQ(clean_.calls.front().name, "NotesInitExtended");
-    ASSERT_EQ(clean_.calls.back().name, "NotesTerm");
+    ASSERT_EQ(clean_.calls.front().operation, "NotesInitExtended");
+    ASSERT_EQ(clean_.calls.back().operation, "NotesTerm");
     plan();
   }
 
@@ -75,13 +62,12 @@ class FaultSweep : public testing::Test {
     std::set<std::string> operations;
     for (std::size_t number = 0; number < clean_.calls.size(); ++number) {
       const NotesCall& call = clean_.calls[number];
-      const std::string operation = call.name.substr(0, call.name.find(' '));
-      if (cannotFail(operation)) continue;
-      operations.insert(operation);
+      if (cannotFail(call.operation)) continue;
+      operations.insert(call.operation);
       if (number % STRIDE != 0) continue;
       const std::string before = clean_.report.substr(0, call.reportSize);
       const auto lines = std::count(before.begin(), before.end(), '\n');
-      failures_.push_back({static_cast<std::size_t>(lines), call.name, {}});
+      failures_.push_back({static_cast<std::size_t>(lines), call.name(), {}});
       plans_.push_back({std::to_string(number), call.subject});
     }
     for (const std::string& operation : operations) {
@@ -96,7 +82,7 @@ class FaultSweep : public testing::Test {
     const std::size_t count = std::max(2U, std::thread::hardware_concurrency());
     for (std::size_t first = 0; first < count; ++first) {
       workers.emplace_back([this, first, count] {
-        const World world("every_kind", LIBRARY);
+        const World world("every_kind", "failing_notes/nnotes.dll");
         for (std::size_t i = first; i < plans_.size(); i += count) {
           const auto& [plan, subject] = plans_[i];
           const RecordedRun run = runWith(world, plan);

@@ -66,7 +66,7 @@ TEST(Http, ReplyDoesNotDependOnWhereThePacketsEnd) {
   }
 }
 
-TEST(Http, RefusedOrSilentServerIsAClosedConnection) {
+TEST(Http, RefusedConnectionIsClosedAndOtherFailuresComeAsTheyAre) {
   const Peer peer(false);
   EXPECT_EQ(outcome(), "http.closed[]");
   platform::sockets.connect = [](platform::SocketHandle, const void*, int) {
@@ -168,6 +168,10 @@ TEST(Http, MonitorSeesEachStepInOrderAndMayEndAtEach) {
   EXPECT_TRUE(Peer::calls.starts_with(
       "socket,2,1,0 connect,16 setsockopt,65535,4102,30000,4 send,77,0 send,5,0 recv"))
       << Peer::calls;
+  Peer::answer("HTTP/1.1 200 OK\r\n\r\n", 99);
+  http::monitor_type patient;
+  EXPECT_EQ(failureOf([&] { http::perform(request, patient, "PUT"); }), "");
+  EXPECT_TRUE(Peer::received.starts_with("PUT") && Peer::received.ends_with("hello"));
   for (int last = 1; last <= 11; ++last) {
     Witness witness(last);
     EXPECT_EQ(perform(witness), "http.aborted[]") << last;

@@ -167,6 +167,7 @@ TEST_F(Emulation, EachAllocationThatFailsFreesTheList) {
     }
     failingAllocation = allocations + 1;
     EXPECT_NE(answerTo(node, service, named), "8") << "all were made to fail in turn";
+    failingAllocation = 0;
   }
 }
 

@@ -1,10 +1,13 @@
-// What the library makes of a file, and what it leaves in it.
+// What the library makes of a file, what it leaves in it, and processes that write to one file.
+// They run this program, which is why it has a main of its own.
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <regex>
+#include <future>
+#include <set>
 
 #include "server.h"
+#include "support/process.h"
 #include "support/rows.h"
 
 namespace standin_tests {
@@ -14,89 +17,81 @@ namespace fs = std::filesystem;
 
 const std::string longText(60000, 'x');
 
-std::string damaged(int line) {
-  return "Line " + std::to_string(line) + " of the database is damaged";
+TEST(File, PathLeadsToIt) {
+  const Server server(header + noteLine(1), "ServerName=Mail/Acme");
+  fs::create_directory("sub");
+  test::writeFile("sub/b.nsf", header + noteLine(2));
+  for (const auto& [where, row] : test::rowsOf("standin/database_paths.txt", 2)) {
+    std::string path = row[0];
+    if (path.starts_with("<here>")) path.replace(0, 6, fs::current_path().string());
+    EXPECT_EQ(foundIn(path), row[1]) << where;
+  }
 }
 
-void overwrite(const std::string& part, const std::string& replacement) {
-  std::fstream file("a.nsf", std::ios::binary | std::ios::in | std::ios::out);
-  file.seekp(static_cast<std::streamoff>(test::contentOf("a.nsf").find(part)));
-  file << replacement;
+TEST(File, IsReadAndWrittenOnlyIfItIsAStore) {
+  const std::string foreign = "The file is not a store of this library";
+  auto rows = test::rowsOf("standin/store_files.txt", 3);
+  rows.push_back({"long line", {"<db>" + std::string(70000, ' ') + "\n", foreign, foreign}});
+  for (auto& [where, row] : rows) {
+    const std::size_t at = row[0].find("<db>");
+    if (at != std::string::npos) row[0].replace(at, 4, header.substr(0, header.size() - 1));
+    const Server server(header + noteLine(77));
+    const DBHANDLE known = openDatabase();
+    test::writeFile("a.nsf", row[0]);
+    EXPECT_EQ(foundIn(), row[1]) << where;
+    EXPECT_EQ(foundIn("./a.nsf"), row[1]) << "seen for the first time: " << where;
+    EXPECT_EQ(test::contentOf("a.nsf"), row[0]) << "a reader wrote";
+    const std::string words = write(known, "new");
+    EXPECT_EQ(words == noError ? foundIn("./a.nsf") : words, row[2]) << where;
+    EXPECT_TRUE(test::contentOf("a.nsf").starts_with(row[0])) << where;
+    EXPECT_EQ(found(known), words == noError ? row[2] : row[1] == foreign ? "77" : row[1]);
+  }
+}
+
+std::string damaged(int line) {
+  return "Line " + std::to_string(line) + " of the database is damaged";
 }
 
 void append(const std::string& content) {
   std::ofstream("a.nsf", std::ios::binary | std::ios::app) << content;
 }
 
-TEST(File, ForeignOnesDoNotOpenAndKeepTheirBytes) {
-  auto rows = test::rowsOf("standin/foreign_files.txt", 1);
-  rows.push_back({"long line", {header.substr(0, header.size() - 1) + std::string(70000, ' ')}});
-  for (const auto& [where, row] : rows) {
-    const Server server;
-    const DBHANDLE db = openDatabase();
-    test::writeFile("a.nsf", row[0]);
-    EXPECT_EQ(foundIn(), "The file is not a store of this library") << where;
-    EXPECT_EQ(write(db, "text"), "The file is not a store of this library") << where;
-    EXPECT_EQ(test::contentOf("a.nsf"), row[0]);
-    EXPECT_EQ(found(db), "") << "what was known is lost";
-  }
-}
-
 TEST(File, DamagedLinesFailTheOpenWithTheirNumber) {
   const std::string good = header + noteLine(7);
   for (const auto& [where, row] : test::rowsOf("standin/damaged_lines.txt", 1)) {
-    const std::string& line = row[0];
-    const Server server(good + "\r\n" + line + "\n" + noteLine(8));
+    const Server server(good + "\r\n" + row[0] + "\n" + noteLine(8));
     EXPECT_EQ(foundIn(), damaged(4)) << where;
     // The same line in two other places: behind what is loaded already, and torn off at the end.
     test::writeFile("a.nsf", good);
     const DBHANDLE db = openDatabase();
-    append(line + "\n");
+    append(row[0] + "\n");
     EXPECT_EQ(foundIn(), damaged(3)) << where;
     EXPECT_EQ(write(db, "text"), damaged(3));
     EXPECT_EQ(found(db), "7") << "what was known is lost";
-    test::writeFile("a.nsf", good + line);
+    test::writeFile("a.nsf", good + row[0]);
     EXPECT_EQ(foundIn(), "7") << where;
   }
 }
 
-TEST(File, EveryFormOfLineEndIsReadAndTheLaterLineCounts) {
-  const std::string first = noteLine(2, R"("text":"first")");
-  const std::string second = noteLine(2, R"("text":"second","TEXT":"third")");
-  const std::string open = second.substr(0, second.size() - 1);
-  const std::pair<std::string, std::string> rows[] = {
-      {header + first + second, "2 3"},
-      {"\xEF\xBB\xBF" + header + first + second, "2 3"},
-      {header + first + "\n\n" + second, "2 3"},
-      {std::regex_replace(header + first + second + "\n", std::regex("\n"), "\r\n"), "2 3"},
-      {header + noteLine(9) + first + open, "2 9 10"},
-      {header + noteLine(2, R"("text":["first"])") + open + "\r", "2 3"}};
-  for (const auto& [content, ids] : rows) {
-    const Server server(content);
-    const DBHANDLE db = openDatabase();
-    EXPECT_EQ(textOf(openNote(db, 2), "Text"), "third") << content;
-    EXPECT_EQ(write(db, "new"), noError);
-    EXPECT_EQ(found(db), ids);
-    EXPECT_TRUE(test::contentOf("a.nsf").starts_with(content)) << content;
-  }
-  const Server server(header.substr(0, header.size() - 1));
-  EXPECT_EQ(write(openDatabase(), "x"), noError);
-  EXPECT_EQ(test::contentOf("a.nsf"), header + noteLine(1, R"("text":"x")"));
-}
-
 TEST(File, LineCutAtAnyPlaceCountsOnlyIfItIsWhole) {
-  const std::string whole = header + noteLine(1);
-  const std::string line = noteLine(2, R"("text":"caf\u00e9 )" + std::string("\xC3\xA9\""));
+  const std::string whole = header + noteLine(2, R"("text":"first")");
+  const std::string line = noteLine(2, "\"text\":\"\\u00e9 \xC3\xA9\",\"TEXT\":\"last\"");
   for (std::size_t length = 0; length <= line.size(); ++length) {
     const Server server(whole + line.substr(0, length));
     const bool counts = length + 1 >= line.size();
-    EXPECT_EQ(foundIn(), counts ? "1 2" : "1") << length;
-    EXPECT_EQ(test::contentOf("a.nsf"), whole + line.substr(0, length)) << "a reader wrote";
-    EXPECT_EQ(write(openDatabase(), "x"), noError);
-    EXPECT_EQ(foundIn(), counts ? "1 2 3" : "1 2") << length;
+    const DBHANDLE db = openDatabase();
+    EXPECT_EQ(textOf(openNote(db, 2), "Text"), counts ? "last" : "first") << length;
+    EXPECT_EQ(write(db, "x"), noError);
+    EXPECT_EQ(foundIn(), "2 3") << length;
     EXPECT_EQ(test::contentOf("a.nsf"),
-              whole + (counts ? line : "") + noteLine(counts ? 3 : 2, R"("text":"x")"));
+              whole + (counts ? line : "") + noteLine(3, R"("text":"x")"));
   }
+}
+
+void overwrite(const std::string& part, const std::string& replacement) {
+  std::fstream file("a.nsf", std::ios::binary | std::ios::in | std::ios::out);
+  file.seekp(static_cast<std::streamoff>(test::contentOf("a.nsf").find(part)));
+  file << replacement;
 }
 
 TEST(File, OnlyWhatIsNewIsRead) {
@@ -113,59 +108,77 @@ TEST(File, OnlyWhatIsNewIsRead) {
   EXPECT_EQ(foundIn(), damaged(2)) << "a change by its time alone is missed";
 }
 
-TEST(File, EditsAreSeenWhateverTheyDoToTheSize) {
+TEST(File, EditsAreSeenWhateverTheyDoToTheSizeAndTheTime) {
   const Server server(header + noteLine(1) + noteLine(2) + noteLine(3));
-  const NOTEHANDLE note = openNote(openDatabase(), 2);
-  const std::string fifth = R"({"note":5,"items":{}})";
+  const DBHANDLE db = openDatabase();
+  const NOTEHANDLE note = openNote(db, 2);
+  const std::string same = noteLine(1, R"("text":")" + longText + "\"");
   const std::pair<std::string, std::string> edits[] = {
       {noteLine(1) + noteLine(4, R"("text":"longer")") + noteLine(3), "1 3 4"},
-      {noteLine(3), "3"},
       {noteLine(5, R"("text":"grown in its only line")"), "5"},
-      {noteLine(1) + fifth, "1 5"},
+      {noteLine(1) + R"({"note":5,"items":{}})", "1 5"},
       {noteLine(1) + noteLine(55), "1 55"},  // whose last line was not the whole of it
+      {noteLine(1) + noteLine(56), "1 56"},
+      {noteLine(7) + same, "1 7"},
+      {noteLine(8) + same + noteLine(9), "1 8 9"},  // which begins as another file does
       {"", ""},
   };
   for (const auto& [lines, ids] : edits) {
-    test::writeFile("a.nsf", header + lines);
+    const bool isAnother = ids == "1 56" || ids == "1 8 9";
+    const auto then = fs::last_write_time("a.nsf");
+    test::writeFile(isAnother ? "b.nsf" : "a.nsf", header + lines);
+    if (isAnother) fs::last_write_time("b.nsf", then);
+    if (isAnother) fs::rename("b.nsf", "a.nsf");
     EXPECT_EQ(foundIn(), ids);
     EXPECT_EQ(wordsOf(NSFNoteUpdate(note, 0)), "There is no such note in the database");
     EXPECT_EQ(test::contentOf("a.nsf"), header + lines);
   }
-}
-
-TEST(File, ReplacedOneIsAnother) {
-  const std::string missing = "The database does not exist";
-  const Server server(header + noteLine(1));
-  const DBHANDLE db = openDatabase();
-  test::writeFile("b.nsf", header + noteLine(2));
-  fs::last_write_time("b.nsf", fs::last_write_time("a.nsf"));
-  fs::rename("b.nsf", "a.nsf");
-  EXPECT_EQ(write(db, "text"), noError);
-  EXPECT_EQ(found(db), "2 3");
-
-  const std::string same = noteLine(2, R"("text":")" + longText + "\"");
-  test::writeFile("a.nsf", header + noteLine(1, R"("text":"a")") + same);
-  EXPECT_EQ(textOf(openNote(openDatabase(), 1), "text"), "a");
-  test::writeFile("b.nsf", header + noteLine(1, R"("text":"b")") + same + noteLine(3));
-  fs::rename("b.nsf", "a.nsf");
-  EXPECT_EQ(textOf(openNote(openDatabase(), 1), "text"), "b") << "read on in another file";
-
   fs::remove("a.nsf");
-  EXPECT_EQ(write(db, "text"), missing);
-  EXPECT_EQ(foundIn(), missing);
+  EXPECT_EQ(write(db, "text"), "The database does not exist");
   EXPECT_FALSE(fs::exists("a.nsf")) << "a database came into being";
 }
 
-TEST(File, TwoViewsFollowEachOtherUntilTheIdsEnd) {
-  const Server server(header + noteLine(4294967290));
-  const DBHANDLE here = openDatabase();
-  const DBHANDLE there = openDatabase("./a.nsf");
-  for (const DBHANDLE db : {here, there, here, there}) EXPECT_EQ(write(db, "text"), noError);
-  EXPECT_EQ(found(here), "4294967290 4294967291 4294967292 4294967293") << "before anybody looked";
-  EXPECT_EQ(write(here, "text"), noError);
-  EXPECT_EQ(write(there, "text"), "The database has given out its last note id");
-  EXPECT_TRUE(foundIn().ends_with(" 4294967293 4294967294 4294967295"));
+std::string program;
+
+TEST(Processes, TwoThatAppendAtOnceAndAreKilledLoseNoFinishedNote) {
+  constexpr NOTEID count = 60;
+  const Server server;
+  const auto start = [](const std::string& name) {
+    return std::async(std::launch::async, [name] {
+      const std::vector<std::string> command = {program, "append", std::to_string(count), name};
+      return test::runProcess(command, name + ".txt").status;
+    });
+  };
+  auto first = start("first");
+  auto second = start("second");
+  EXPECT_EQ(first.get(), test::killedStatus);
+  EXPECT_EQ(second.get(), test::killedStatus);
+
+  std::set<std::string> texts;
+  const DBHANDLE db = openDatabase();
+  for (NOTEID id = 1; id <= 2 * count; ++id) texts.insert(textOf(openNote(db, id), "text"));
+  EXPECT_EQ(texts.size(), 2 * count);
+  EXPECT_TRUE(texts.contains("first0") && texts.contains("second59"));
+}
+
+// Writes so many notes, each with the name and its number, and is killed behind the last: nothing
+// runs that is registered for the end.
+int append(int count, const std::string& name) {
+  if (initialise() != noError) return 1;
+  const DBHANDLE db = openDatabase();
+  for (int i = 0; i < count; ++i)
+    if (write(db, name + std::to_string(i)) != noError) return 2;
+  test::killSelf();
 }
 
 }  // namespace
 }  // namespace standin_tests
+
+int main(int argc, char** argv) {
+  if (!standin_tests::loadStandIn()) return 3;
+  if (argc == 4 && argv[1] == std::string("append"))
+    return standin_tests::append(std::stoi(argv[2]), argv[3]);
+  standin_tests::program = std::filesystem::absolute(argv[0]).string();
+  testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}

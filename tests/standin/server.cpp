@@ -44,19 +44,16 @@ Server::~Server() {
 
 DBHANDLE openDatabase(const std::string& path) {
   DBHANDLE db = 0;
-  EXPECT_EQ(wordsOf(NSFDbOpen(path.c_str(), &db)), noError);
+  TIMEDATE changed{};
+  const STATUS status = NSFDbOpenExtended(path.c_str(), 0, 0, nullptr, &db, nullptr, &changed);
+  EXPECT_EQ(wordsOf(status), noError);
+  EXPECT_GT(DWORD{changed.Innards[1]}, 2440588U) << "a file has a time";
   return db;
 }
 
 NOTEHANDLE openNote(DBHANDLE db, NOTEID id) {
   NOTEHANDLE note = 0;
   EXPECT_EQ(wordsOf(NSFNoteOpen(db, id, 0, &note)), noError) << id;
-  return note;
-}
-
-NOTEHANDLE createNote(DBHANDLE db) {
-  NOTEHANDLE note = 0;
-  EXPECT_EQ(wordsOf(NSFNoteCreate(db, &note)), noError);
   return note;
 }
 
@@ -104,7 +101,8 @@ std::string foundIn(const std::string& path) {
 }
 
 std::string write(DBHANDLE db, const std::string& text) {
-  const NOTEHANDLE note = createNote(db);
+  NOTEHANDLE note = 0;
+  EXPECT_EQ(wordsOf(NSFNoteCreate(db, &note)), noError);
   EXPECT_EQ(setText(note, "text", text), 0);
   const STATUS status = NSFNoteUpdate(note, 0);
   EXPECT_EQ(NSFNoteClose(note), 0);

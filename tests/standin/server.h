@@ -45,7 +45,6 @@ class Server {
 /// Each of these expects success.
 DBHANDLE openDatabase(const std::string& path = "a.nsf");
 NOTEHANDLE openNote(DBHANDLE db, NOTEID id);
-NOTEHANDLE createNote(DBHANDLE db);
 FORMULAHANDLE compile(const std::string& formula);
 
 STATUS setText(NOTEHANDLE note, const std::string& item, const std::string& text);

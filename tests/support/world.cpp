@@ -29,7 +29,8 @@ std::string masked(std::string text, const std::string& root) {
       {std::regex("\\d\\d-\\d\\d-\\d{4} \\d\\d:\\d\\d:\\d\\d( {3})"), "<time>$1"},
       // The events that the run itself writes: the documents of all worlds are older than 2020.
       {std::regex("20[2-9]\\d-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d"), "<time>"},
-      {std::regex("-\\d{14}\\.log"), "-<time>.log"}};
+      {std::regex("-\\d{14}\\.log"), "-<time>.log"},
+      {std::regex("Syntax: .*qbdiagnostics(\\.exe)?"), "Syntax: <program>"}};
   text = replaced(text, root, "<server>");
   for (const auto& [pattern, mask] : masks) text = std::regex_replace(text, pattern, mask);
   return text;
@@ -109,19 +110,26 @@ Lines worldNames() {
 
 bool isRenewing() { return std::getenv("RENEW") != nullptr; }
 
-World::World(const std::string& name, const fs::path& library)
+World::World(const std::string& name, const std::string& library)
     : source_(fs::path(SOURCE_FOLDER "/tests/worlds") / name) {
   for (const std::string& line : linesOf(contentOf(source_ / "world.txt"))) {
     const std::size_t blank = line.find(' ');
-    if (!line.starts_with("# ")) settings_.emplace(line.substr(0, blank), line.substr(blank + 1));
+    if (line.starts_with("# ")) continue;
+    settings_.emplace(line.substr(0, blank), replaced(line.substr(blank + 1), "@SERVER@", root()));
   }
-  const auto server = settings_.find("server");
-  if (server != settings_.end()) layOut(fs::path(SOURCE_FOLDER) / server->second);
-  layOut(source_);
   fs::create_directories(program());
   fs::create_directories(data());
-  fs::copy(library, program() / "nnotes.dll");
+  if (settings_.contains("server")) layOut(fs::path(SOURCE_FOLDER) / setting("server", ""));
+  layOut(source_);
+  const std::string file = setting("library", library);
+  if (file != "none" && !fs::exists(program() / "nnotes.dll"))
+    fs::copy(fs::path(BINARY_FOLDER) / file, program() / "nnotes.dll");
   databases_ = databasesOf(data());
+}
+
+std::string World::setting(const std::string& word, const std::string& otherwise) const {
+  const auto found = settings_.find(word);
+  return found == settings_.end() ? otherwise : found->second;
 }
 
 void World::layOut(const fs::path& source) const {
@@ -136,12 +144,11 @@ void World::layOut(const fs::path& source) const {
   }
 }
 
-Shown World::run(const Lines& arguments) const {
-  Lines command = {BINARY_FOLDER "/" PROGRAM_NAME, root() + "/program"};
+Shown World::run() const {
+  Lines command = {BINARY_FOLDER "/" PROGRAM_NAME, setting("path", root() + "/program")};
+  if (command.back() == "none") command.pop_back();
   const auto [first, last] = settings_.equal_range("argument");
-  for (auto argument = first; argument != last; ++argument)
-    command.push_back(replaced(argument->second, "@SERVER@", root()));
-  command.insert(command.end(), arguments.begin(), arguments.end());
+  for (auto argument = first; argument != last; ++argument) command.push_back(argument->second);
   const ProcessResult result = runProcess(command, root() + "/console");
   const bool usual = result.status == 0 || result.status == 1;
   Shown shown{usual ? std::to_string(result.status) : "abnormal", {}, shownReport(reportBytes())};
@@ -183,15 +190,13 @@ bool World::restore() const {
 }
 
 std::filesystem::path World::expectedFile(const std::string& name) const {
-  const auto other = settings_.find("report");
-  const bool isOther = name == "report.txt" && other != settings_.end();
-  return (isOther ? source_.parent_path() / other->second : source_) / "expected" / name;
+  const std::string own = source_.filename().string();
+  const std::string world = name == "report.txt" ? setting("report", own) : own;
+  return source_.parent_path() / world / "expected" / name;
 }
 
 Shown World::expected() const {
-  const auto status = settings_.find("status");
-  return {status == settings_.end() ? "1" : status->second,
-          linesOf(contentOf(expectedFile("console.txt"))),
+  return {setting("status", "1"), linesOf(contentOf(expectedFile("console.txt"))),
           linesOf(contentOf(expectedFile("report.txt")))};
 }
 

@@ -9,6 +9,9 @@
 //                                             but 0 and 1
 //                           server <folder>   of the repository, which is laid out first
 //                           report <world>    whose expected report is this one's too
+//                           library <file>    of the build, as the Notes library; "none" for none
+//                           path <path>       in place of that of the program directory; "none" for
+//                                             a run without arguments
 //   program/, data/       the server's files; "@SERVER@" in a notes.ini and in an argument stands
 //   for
 //                         the folder that they are laid out in
@@ -38,17 +41,17 @@ struct Shown {
 
 class World {
  public:
-  /// Lays the world out beside `library` as its Notes library.
-  explicit World(const std::string& name,
-                 const std::filesystem::path& library = BINARY_FOLDER "/standin/nnotes.dll");
+  /// Lays the world out. Its Notes library is `library`, a file of the build, unless it tells of
+  /// another one or has one of its own.
+  explicit World(const std::string& name, const std::string& library = "standin/nnotes.dll");
 
   /// The folder of the server, with slashes.
   std::string root() const { return folder_.text(); }
   std::filesystem::path program() const { return folder_.path() / "program"; }
   std::filesystem::path data() const { return folder_.path() / "data"; }
 
-  /// Runs the program as the world tells, with `arguments` behind its own.
-  Shown run(const Lines& arguments = {}) const;
+  /// Runs the program as the world tells.
+  Shown run() const;
 
   /// The bytes of the report, in the add-on's folder or at the root of the server; empty if there
   /// is not exactly one.
@@ -67,6 +70,8 @@ class World {
 
  private:
   void layOut(const std::filesystem::path& source) const;
+  /// The first value of a setting, or `otherwise`.
+  std::string setting(const std::string& word, const std::string& otherwise) const;
   std::filesystem::path expectedFile(const std::string& name) const;
 
   std::filesystem::path source_;

@@ -3,10 +3,10 @@
 // It lies in the program directory, which is the current one, and works with files beside it:
 //   ../plan    what is to fail: the number of a call, from 0, or the name of an operation; without
 //              that file nothing fails
-//   ../record  what happened, written by NotesTerm: a line for each call, as "call" or "failed",
-//   the
-//              size of the report in that moment (only if nothing is to fail), the operation and
-//              what it was about, with tabs between them; then what the ledger says
+//   ../record  a line for each call, written by NotesTerm: the operation, its text (a path, a
+//              profile, a formula or an item), its handle, the handle that it gave, "1" if it
+//              succeeded, "0" if it did not or "failed" if it was made to fail, and the size of the
+//              report before it (only if nothing is to fail), with tabs between them
 #include <dlfcn.h>
 #include <sched.h>
 #include <unistd.h>
@@ -14,27 +14,20 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <type_traits>
 #include <vector>
 
-#include "fault_sweep/library/ledger.h"
 #include "support/notes_recorder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-struct Call {
-  std::uintmax_t reportSize;
-  std::string operation;
-  std::string subject;
-};
-
 struct Session {
   std::string plan;
-  std::vector<Call> calls;
-  test::Ledger ledger;
+  std::vector<std::string> record;
 
   Session() { std::getline(std::ifstream("../plan"), plan); }
 
@@ -43,36 +36,20 @@ struct Session {
     return session;
   }
 
-  /// Notes a call and gives its number.
-  std::size_t note(const std::string& operation, const std::string& subject) {
-    calls.push_back({plan.empty() ? reportSize() : 0, operation, subject});
-    return calls.size() - 1;
-  }
-
-  bool fails(std::size_t number) const {
-    return plan == calls[number].operation || plan == std::to_string(number);
-  }
-
   void write() const {
     std::ofstream out("../record");
-    for (std::size_t number = 0; number < calls.size(); ++number) {
-      const auto& [size, operation, subject] = calls[number];
-      out << (fails(number) ? "failed\t" : "call\t") << size << '\t' << operation << '\t' << subject
-          << '\n';
-    }
-    ledger.write(out);
-  }
-
- private:
-  static std::uintmax_t reportSize() {
-    std::error_code none;
-    for (const auto& file : fs::directory_iterator("../data/Quellbright", none)) {
-      if (file.path().filename().string().starts_with("Quellbright-DIAGNOSTIC-"))
-        return file.file_size();
-    }
-    return 0;
+    for (const std::string& line : record) out << line << '\n';
   }
 };
+
+std::uintmax_t reportSize() {
+  std::error_code none;
+  for (const auto& file : fs::directory_iterator("../data/Quellbright", none)) {
+    if (file.path().filename().string().starts_with("Quellbright-DIAGNOSTIC-"))
+      return file.file_size();
+  }
+  return 0;
+}
 
 // Without a data directory the program writes at the root of the file system. That becomes the
 // folder of the world, in which the way to itself leads back to the root: what has a full path is
@@ -116,24 +93,13 @@ Wanted firstOf(Arguments... arguments) {
   return found;
 }
 
-// What a call is about: its first text, be it a path, a profile, a formula or an item; without one,
-// what it closes.
-std::string subjectOf(const std::string& operation, const char* text, DWORD handle) {
-  if (text != nullptr) return text;
-  return Session::instance().ledger.labelOf(test::Ledger::closedKind(operation), handle);
-}
-
-// Keeps the ledger after a call.
-void keep(const std::string& operation, const std::string& subject, DWORD handle,
-          const DWORD* result, bool succeeded) {
-  test::Ledger& ledger = Session::instance().ledger;
-  const std::string closed = test::Ledger::closedKind(operation);
-  const std::string opened = test::Ledger::openedKind(operation);
-  if (!closed.empty()) ledger.close(closed, handle, succeeded);
-  if (opened.empty() || !succeeded) return;
-  // A lock is on the block that is passed.
-  const DWORD thing = result != nullptr ? *result : handle;
-  if (thing != 0) ledger.open(opened, thing, subject);
+// Values with tabs between them.
+template <typename First, typename... Others>
+std::string joined(const First& first, const Others&... others) {
+  std::ostringstream text;
+  text << first;
+  ((text << '\t' << others), ...);
+  return text.str();
 }
 
 template <auto Member, auto Name>
@@ -144,20 +110,30 @@ template <typename Result, typename... Arguments,
 struct Forwarded<Member, Name> {
   static Result NOTES_CALL call(Arguments... arguments) {
     const auto [operation, type] = Name();
-    const auto handle = firstOf<DWORD>(arguments...);
-    const std::string subject = subjectOf(operation, firstOf<const char*>(arguments...), handle);
-    const std::size_t number = Session::instance().note(operation, subject);
+    const char* const text = firstOf<const char*>(arguments...);
+    Session& session = Session::instance();
+    // A search makes calls of its own before it ends.
+    const std::size_t number = session.record.size();
+    const bool fails = session.plan == operation || session.plan == std::to_string(number);
+    const std::uintmax_t size = session.plan.empty() ? reportSize() : 0;
+    session.record.push_back(
+        joined(operation, text == nullptr ? "" : text, firstOf<DWORD>(arguments...)));
     if constexpr (std::is_void_v<Result>) {
       // There is no way to fail.
       (standIn().*Member)(arguments...);
-      if (operation == std::string("NotesTerm")) Session::instance().write();
+      session.record[number] += joined("", 0, 1, size);
+      if (operation == std::string("NotesTerm")) session.write();
     } else {
-      const bool fails = Session::instance().fails(number);
       if (fails && operation == std::string("OSGetDataDirectory")) enterOwnRoot();
       const Result result =
           fails ? test::failedResult<Result>(operation, type) : (standIn().*Member)(arguments...);
       const bool succeeded = (result == Result{}) == (type == std::string("STATUS"));
-      keep(operation, subject, handle, firstOf<DWORD*>(arguments...), succeeded);
+      const DWORD* const given = firstOf<DWORD*>(arguments...);
+      session.record[number] += joined("", given == nullptr ? 0 : *given,
+                                       fails       ? "failed"
+                                       : succeeded ? "1"
+                                                   : "0",
+                                       size);
       return result;
     }
   }

@@ -9,10 +9,9 @@
 #include <functional>
 #include <tuple>
 
-#include "internet/tables.h"
-#include "replay/internet/address.h"
+#include "internet/peer.h"
 #include "replay/internet/byte_order.h"
-#include "replay/internet/environment.h"
+#include "replay/internet/transport.h"
 
 namespace {
 
@@ -83,6 +82,24 @@ TEST(PosixSockets, UnknownFamiliesOptionsAndSocketsAreRefusedWithTheirNumbers) {
   EXPECT_NEAR(static_cast<double>(timeout.tv_usec), 345'000, 10'000) << "in ticks of the system";
   EXPECT_EQ(sockets.closesocket(socket), 0);
   EXPECT_EQ(refusal(sockets.closesocket(socket) == -1), 10038);
+}
+
+TEST(PosixSockets, ResetIsNoClose) {
+  const test::Peer peer;
+  test::Peer::answer("", 1, test::Peer::reset);
+  replay::internet::transport::tcp::raw stream;
+  stream.open(test::Peer::address());
+  stream.connect(test::Peer::address());
+  EXPECT_EQ(failureOf([&] { stream.fill(); }),
+            "internet.transport.connection_failed.connection_reset[recv() failed]");
+}
+
+TEST(PosixSockets, SystemFolderIsGivenWholeOrItsSizeTold) {
+  char folder[64] = "";
+  EXPECT_EQ(platform::systemLibraries.GetSystemDirectoryA(folder, 19), 20U);
+  EXPECT_STREQ(folder, "");
+  EXPECT_EQ(platform::systemLibraries.GetSystemDirectoryA(folder, 20), 19U);
+  EXPECT_EQ(std::strlen(folder), 19U);
 }
 
 TEST(PosixSockets, ServicesAndHostsAreFoundByNameAndByNumber) {

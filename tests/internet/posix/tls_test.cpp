@@ -160,10 +160,12 @@ TEST_F(NotedTls, MessagesOfASegmentNeedNoSocketAndReleaseTheirBuffers) {
     TlsServer::ending = 10060;
     EXPECT_EQ(stream.next(), "f");
     EXPECT_NE(stream.next().find("timed_out"), std::string::npos);
+    TlsServer::send("g");
+    EXPECT_EQ(stream.next(), "g") << "as if nothing had been asked for";
   }
   EXPECT_EQ(calls,
             "decrypt0,1:32,0:0,0:0,0:0 free decrypt0,1:61,0:0,0:0,0:0 free free "
-            "decrypt0,1:30,0:0,0:0,0:0 free delete ");
+            "decrypt0,1:30,0:0,0:0,0:0 free decrypt0,1:30,0:0,0:0,0:0 free delete ");
 }
 
 TEST_F(NotedTls, WritesLeaveAsMessagesOfTheLargestSizeAndAreNotRepeated) {
