@@ -71,10 +71,7 @@ std::string entryOf(const Lines& report, std::size_t lines) {
   return lines == 0 ? "the start" : report[lines - 1].substr(report[lines - 1].find('\t') + 1);
 }
 
-// The subjects of calls by what these have in common: the operation and their numbers among the
-// calls of one name at one place.
-using Calls = std::map<std::string, Lines>;
-
+// Which of the calls of one name at one place.
 std::string numbersOf(const std::vector<int>& numbers, int count) {
   if (count == static_cast<int>(numbers.size()))
     return count == 1 ? "" : " (all " + std::to_string(count) + ")";
@@ -84,7 +81,8 @@ std::string numbersOf(const std::vector<int>& numbers, int count) {
 }
 
 // The calls of one place, by their outcomes in the order in which these come first.
-std::vector<std::pair<Lines, Calls>> grouped(const std::vector<Failure>& place) {
+void addPlace(const std::vector<Failure>& place, Lines& text) {
+  constexpr std::size_t width = 100;
   std::map<std::string, int> counts;
   std::vector<std::pair<Lines, std::map<std::string, std::vector<int>>>> groups;
   for (const Failure& failure : place) {
@@ -93,27 +91,19 @@ std::vector<std::pair<Lines, Calls>> grouped(const std::vector<Failure>& place) 
     if (group == groups.end()) group = groups.insert(group, {failure.outcome, {}});
     group->second[failure.name].push_back(++counts[failure.name]);
   }
-  std::vector<std::pair<Lines, Calls>> result;
   for (const auto& [outcome, names] : groups) {
-    Calls calls;
+    // By what the calls have in common: the operation and their numbers.
+    std::map<std::string, Lines> subjects;
     for (const auto& [name, numbers] : names) {
       const std::size_t blank = std::min(name.find(' '), name.size());
-      const std::string common = name.substr(0, blank) + numbersOf(numbers, counts[name]);
-      calls[common].push_back(name.substr(blank));
+      subjects[name.substr(0, blank) + numbersOf(numbers, counts[name])].push_back(
+          name.substr(blank));
     }
-    result.emplace_back(outcome, calls);
-  }
-  return result;
-}
-
-void addPlace(const std::vector<Failure>& place, Lines& text) {
-  constexpr std::size_t width = 100;
-  for (const auto& [outcome, calls] : grouped(place)) {
-    for (const auto& [common, subjects] : calls) {
+    for (const auto& [common, list] : subjects) {
       text.push_back("  " + common);
-      for (const std::string& subject : subjects) {
+      for (const std::string& subject : list) {
         if (text.back().size() + subject.size() > width) text.emplace_back("     ");
-        text.back() += subject + (&subject == &subjects.back() ? "" : ",");
+        text.back() += subject + (&subject == &list.back() ? "" : ",");
       }
     }
     for (const std::string& line : outcome) text.push_back("      " + line);

@@ -36,10 +36,12 @@ void takeRecord(const std::string& record, RecordedRun& run);
 /// exit status. `subject` is masked where it stands quoted in what is new.
 Lines outcomeOf(const RecordedRun& clean, const RecordedRun& run, const std::string& subject);
 
-/// A call with the number of complete lines that the report had before, and its outcome.
+/// What is to fail, with the number of complete lines that the report had before, and its outcome.
 struct Failure {
+  std::string plan;  ///< For library/failing_notes.cpp.
   std::size_t linesBefore;
   std::string name;
+  std::string subject;
   Lines outcome;
 };
 

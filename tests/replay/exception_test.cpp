@@ -3,36 +3,12 @@
 #include <memory>
 
 #include "replay/exception_w.h"
-#include "replay/internet/ssl.h"
 #include "replay/internet/transport.h"
 
 namespace {
 
 using namespace replay;
 using namespace replay::internet::transport;
-
-template <typename... Failures>
-std::string names() {
-  return ((std::string(Failures("why").name()) + ' ') + ...);
-}
-
-// The namespaces and classes around a stream's failure are no part of its name.
-TEST(Exception, NamesOfStreamFailuresAreTheirFamily) {
-  using base = tcp::base;
-  EXPECT_EQ((names<operation_interrupted, not_a_socket, address_in_use, address_not_valid,
-                   tcp::ssl::security, base::connection_aborted, base::connection_closed,
-                   base::connection_refused, base::connection_reset, base::connection_timed_out,
-                   base::network_unreachable, base::host_unreachable>()),
-            "internet.transport.operation_interrupted internet.transport.not_a_socket "
-            "internet.transport.address_in_use internet.transport.address_not_valid "
-            "internet.transport.security internet.transport.connection_failed.connection_aborted "
-            "internet.transport.connection_failed.connection_closed "
-            "internet.transport.connection_failed.connection_refused "
-            "internet.transport.connection_failed.connection_reset "
-            "internet.transport.connection_failed.connection_timed_out "
-            "internet.transport.connection_failed.network_unreachable "
-            "internet.transport.connection_failed.host_unreachable ");
-}
 
 class application_failure : public exception_w {
  public:

@@ -4,7 +4,6 @@
 
 #include <limits>
 
-#include "replay/finder.h"
 #include "replay/internet/xml_value.h"
 #include "replay/md5.h"
 #include "replay/unicode.h"
@@ -77,37 +76,6 @@ TEST(Variant, NumbersAreCutToIntegers) {
   EXPECT_EQ(variant(-3e9F).as_integer(), least);
   EXPECT_EQ(variant(std::numeric_limits<float>::quiet_NaN()).as_integer(), 0);
   EXPECT_EQ(variant(std::u16string(u" 12\u0663")).as_integer(), 12);
-}
-
-TEST(Text, FormatOfAnyLengthIsWhole) {
-  for (const int length : {0, 1, 5000}) {
-    const std::string text(static_cast<std::size_t>(length), 'x');
-    EXPECT_EQ(format("%s", text.c_str()), text);
-  }
-}
-
-// All texts of two letters up to a length, each of which is a number in binary behind its first 1.
-std::string text_of(unsigned number) {
-  return number == 1 ? "" : text_of(number / 2) + (number % 2 == 0 ? 'a' : 'b');
-}
-
-TEST(Text, BrokenMatchesLeaveTheBeginningsOfOthers) {
-  for (unsigned i = 2; i < 64; ++i) {
-    const std::string pattern = text_of(i);
-    for (unsigned j = 1; j < 1024; ++j) {
-      std::string text = text_of(j);
-      ASSERT_EQ(finder(pattern).find(text, 3), text.find(pattern, 3)) << text << " / " << pattern;
-      std::string expected = text;
-      for (std::size_t at = 0; (at = expected.find(pattern, at)) != std::string::npos; at += 3) {
-        expected.replace(at, pattern.size(), "abc");
-      }
-      replace_all(text, pattern, "abc");
-      ASSERT_EQ(text, expected) << pattern;
-    }
-  }
-  std::string text = "abc";
-  replace_all(text, "", "x");
-  EXPECT_EQ(text, "abc");
 }
 
 }  // namespace

@@ -13,10 +13,8 @@
 namespace test {
 
 /// What a call that is made to fail shows: the library's words, and how a database that does not
-/// open or close comes out.
+/// close comes out.
 inline const std::u16string unknown = u"Unknown status 0x2BAD";
-inline const std::u16string openFailure =
-    u"Could not open the database: QBConf.nsf: " + unknown + u".";
 inline const std::u16string closeFailure =
     u"Could not close connection to the database: " + unknown + u".";
 
