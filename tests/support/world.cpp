@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "support/process.h"
+#include "support/rows.h"
 
 namespace test {
 namespace {
@@ -39,11 +40,7 @@ std::string masked(std::string text, const std::string& root) {
 // The characters of Latin-1 as UTF-8.
 std::string fromLatin1(const std::string& bytes) {
   std::string text;
-  for (const char byte : bytes) {
-    const auto unit = static_cast<unsigned char>(byte);
-    if (unit >= 0x80) text += static_cast<char>(0xC0 | unit >> 6);
-    text += unit < 0x80 ? byte : static_cast<char>(0x80 | (unit & 0x3F));
-  }
+  for (const char byte : bytes) text += bytesOfUnit(static_cast<unsigned char>(byte));
   return text;
 }
 
