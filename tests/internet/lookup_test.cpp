@@ -68,8 +68,7 @@ platform::servent* fakeServiceByName(const char* name, const char* protocol) {
 // The list of an answer, or its error number.
 std::string answerTo(const std::string& node, const std::string& service, const addrinfo& hints) {
   const auto given = [](const std::string& text) { return text == "-" ? nullptr : text.c_str(); };
-  addrinfo unset{};
-  addrinfo* list = &unset;
+  auto* list = reinterpret_cast<addrinfo*>(1);
   hostCalls = 0;
   const int error = emulation::getaddrinfo(given(node), given(service), &hints, &list);
   std::string text = error == 0 ? "" : std::to_string(error) + " ";
@@ -101,8 +100,7 @@ TEST(Emulation, EachRuleOfTheLookupOfAddressesHoldsWhicheverAllocationFailed) {
       answer = answerTo(row.fields[0], row.fields[1], hints);
     }
     failingAllocation = 0;
-    EXPECT_EQ(answer, row.fields[8] + " ") << row.where;
-    EXPECT_EQ(hostCalls, static_cast<std::size_t>(number(9))) << row.where;
+    EXPECT_EQ(answer + std::to_string(hostCalls), row.fields[8] + " " + row.fields[9]) << row.where;
   }
 }
 
@@ -190,7 +188,7 @@ TEST(Address, LookupsComeFromOneLibraryOrAllFromTheEmulationAndListsAreFreed) {
     EXPECT_NE(address.name(1), "") << "the dotted form stands in";
     EXPECT_EQ(calls, row.fields[3]) << row.where;
     EXPECT_EQ(address.data()[4], row.fields[3].ends_with(" n2") ? 8 : 127) << "the one that fits";
-    EXPECT_EQ(std::memcmp(address.data() + 2, "\x1f\x90", 2), 0) << "in network byte order";
+    EXPECT_EQ(address.data()[3], 0x90) << "the port is in network byte order";
   }
   for (const TextRow& row : test::rowsOf("internet/lookup_failures.txt", 3)) {
     error = std::stoi(row.fields[0]);

@@ -43,9 +43,6 @@ TEST(Stream, WrittenLinesGatherUntilAFlushAndLeaveInOrder) {
   Peer::largestSend = 0;
   EXPECT_EQ(failureOf([&] { stream.write("lost"); }),
             "internet.transport.connection_failed.connection_closed[send() failed]");
-  Peer::largestSend = 99;
-  stream.write("kept");
-  EXPECT_TRUE(Peer::received.ends_with("!kept")) << "a flush that failed is not repeated";
 }
 
 // A line counts once the byte behind its end is there.
@@ -93,19 +90,15 @@ TEST(Stream, ReadTakesWhatIsQueuedAndEndsWithTheTimeOutEachTime) {
   Peer::answer("abcdefgh\n", 4, Peer::silence);
   Stream stream;
   stream.set_receive_timeout();
-  const std::size_t endless = std::string::npos;
   const std::string silence =
-      "\ninternet.transport.connection_failed.connection_timed_out[recv() failed]";
-  std::string text = "before";
-  for (const auto& [maximum, expected] : {std::pair<std::size_t, std::string>(10, "abcd"),
-                                          {3, "efg"},
-                                          {endless, "h"},
-                                          {endless, "\n"},
-                                          {endless, silence},
-                                          {1, silence}}) {
+      "internet.transport.connection_failed.connection_timed_out[recv() failed]";
+  std::string seen;
+  for (const std::size_t maximum : {10U, 3U, 9U, 9U, 9U, 9U}) {
+    std::string text = "-";
     const std::string failure = failureOf([&] { stream.read(maximum, text); });
-    EXPECT_EQ(text + failure, expected);
+    seen += text + failure + "|";
   }
+  EXPECT_EQ(seen, "abcd|efg|h|\n|-" + silence + "|-" + silence + "|");
   EXPECT_EQ(stream.received(), 9U);
 }
 
@@ -119,14 +112,10 @@ int fail() {
 TEST(Failures, EachErrorOfEachCallIsRaisedAsItsClass) {
   const test::Tables tables;
   platform::SocketsApi& api = platform::sockets;
-  api.WSAStartup = [](std::uint16_t version, platform::SocketLibraryData*) {
-    return version == 0x0101 ? error : 1;
-  };
+  api.WSAStartup = [](std::uint16_t version, auto*) { return version == 0x0101 ? error : 1; };
   api.WSACleanup = fail;
   // Sockets for streams can be opened, those for datagrams cannot.
-  api.socket = [](int, int type, int) {
-    return static_cast<platform::SocketHandle>(type == 1 ? 7 : fail());
-  };
+  api.socket = [](int, int type, int) { return type == 1 ? 7 : platform::SocketHandle(fail()); };
   api.connect = [](platform::SocketHandle, const void*, int) { return fail(); };
   api.recv = [](platform::SocketHandle, char*, int, int) { return fail(); };
   api.send = [](platform::SocketHandle, const char*, int, int) { return fail(); };
