@@ -12,18 +12,13 @@
 namespace test {
 
 /// Puts the tables back at the end of a test, and lets the next look-up find its functions anew.
-class Tables {
- public:
+struct Tables {
   Tables() { lookup() = {}; }
-  Tables(const Tables&) = delete;
-  Tables& operator=(const Tables&) = delete;
   ~Tables() {
-    platform::sockets = sockets_;
-    platform::systemLibraries = libraries_;
+    platform::sockets = sockets;
+    platform::systemLibraries = libraries;
     lookup() = {};
   }
-
-  const platform::SocketsApi& original() const { return sockets_; }
 
   /// Takes the system's look-ups of names away.
   static void emulateLookups() {
@@ -35,9 +30,8 @@ class Tables {
     return replay::internet::address::process_name_lookup();
   }
 
- private:
-  platform::SocketsApi sockets_ = platform::sockets;
-  platform::SystemLibrariesApi libraries_ = platform::systemLibraries;
+  const platform::SocketsApi sockets = platform::sockets;
+  const platform::SystemLibrariesApi libraries = platform::systemLibraries;
 };
 
 /// What a failed `action` tells: name and message of the class it raised. Empty if it raised none.
