@@ -5,13 +5,15 @@
 #include <netdb.h>
 #include <sys/socket.h>
 #include <sys/time.h>
+#include <unistd.h>
 
 #include <functional>
 #include <tuple>
 
-#include "internet/peer.h"
+#include "internet/tables.h"
+#include "replay/internet/address.h"
 #include "replay/internet/byte_order.h"
-#include "replay/internet/transport.h"
+#include "replay/internet/environment.h"
 
 namespace {
 
@@ -60,8 +62,13 @@ TEST(PosixSockets, EachCallOutsideAnEnvironmentFails) {
   EXPECT_EQ(sockets.closesocket(socket), 0) << "the socket was closed";
 }
 
-TEST(PosixSockets, UnknownFamiliesOptionsAndSocketsAreRefusedWithTheirNumbers) {
+TEST(PosixSockets, ConnectionCarriesBytesAndEachRefusalHasItsNumber) {
   const environment started;
+  const int listener = ::socket(AF_INET, SOCK_STREAM, 0);
+  platform::sockaddr_in server{2, 0, network_order(0x7F000001U), {}};
+  auto* const record = reinterpret_cast<::sockaddr*>(&server);
+  socklen_t length = sizeof server;
+  ASSERT_EQ(::bind(listener, record, length) + ::getsockname(listener, record, &length), 0);
   const platform::SocketHandle socket = sockets.socket(2, 1, 0);
   char value[4] = {};
   const auto refusal = [](bool isRefused) { return isRefused ? sockets.WSAGetLastError() : 0; };
@@ -72,26 +79,31 @@ TEST(PosixSockets, UnknownFamiliesOptionsAndSocketsAreRefusedWithTheirNumbers) {
   EXPECT_EQ(refusal(sockets.setsockopt(socket, 65535, 4102, value, 3) == -1), 10014);
   EXPECT_EQ(refusal(sockets.send(socket, value, 1, 0) == -1), 10054) << "and no signal";
   EXPECT_EQ(refusal(sockets.recv(socket, value, 1, 0) == -1), 10057);
-  const std::uint32_t milliseconds = 2345;
-  std::memcpy(value, &milliseconds, 4);
-  EXPECT_EQ(sockets.setsockopt(socket, 65535, 4102, value, 4), 0);
-  timeval timeout{};
-  socklen_t length = sizeof timeout;
-  ::getsockopt(static_cast<int>(socket), SOL_SOCKET, SO_RCVTIMEO, &timeout, &length);
-  EXPECT_EQ(timeout.tv_sec, 2);
-  EXPECT_NEAR(static_cast<double>(timeout.tv_usec), 345'000, 10'000) << "in ticks of the system";
+  EXPECT_EQ(refusal(sockets.connect(socket, &server, 16) == -1), 10061);
+  ::listen(listener, 1);
+  ASSERT_EQ(sockets.connect(socket, &server, 16), 0);
+  const int served = ::accept(listener, nullptr, nullptr);
+  for (const std::uint32_t milliseconds : {2345U, 20U}) {
+    std::memcpy(value, &milliseconds, 4);
+    EXPECT_EQ(sockets.setsockopt(socket, 65535, 4102, value, 4), 0);
+    timeval timeout{};
+    length = sizeof timeout;
+    ::getsockopt(static_cast<int>(socket), SOL_SOCKET, SO_RCVTIMEO, &timeout, &length);
+    EXPECT_EQ(timeout.tv_sec, milliseconds / 1000);
+    EXPECT_NEAR(double(timeout.tv_usec), milliseconds % 1000 * 1000, 10'000) << "in ticks";
+  }
+  EXPECT_EQ(refusal(sockets.recv(socket, value, 4, 0) == -1), 10060);
+  EXPECT_EQ(sockets.send(socket, "abc", 3, 0), 3);
+  EXPECT_EQ(::recv(served, value, 4, 0), 3);
+  ::send(served, value, 2, 0);
+  EXPECT_EQ(sockets.recv(socket, value, 4, 0), 2);
+  const ::linger reset{1, 0};
+  ::setsockopt(served, SOL_SOCKET, SO_LINGER, &reset, sizeof reset);
+  ::close(served);
+  EXPECT_EQ(refusal(sockets.recv(socket, value, 4, 0) == -1), 10054) << "a reset is no close";
   EXPECT_EQ(sockets.closesocket(socket), 0);
   EXPECT_EQ(refusal(sockets.closesocket(socket) == -1), 10038);
-}
-
-TEST(PosixSockets, ResetIsNoClose) {
-  const test::Peer peer;
-  test::Peer::answer("", 1, test::Peer::reset);
-  replay::internet::transport::tcp::raw stream;
-  stream.open(test::Peer::address());
-  stream.connect(test::Peer::address());
-  EXPECT_EQ(failureOf([&] { stream.fill(); }),
-            "internet.transport.connection_failed.connection_reset[recv() failed]");
+  ::close(listener);
 }
 
 TEST(PosixSockets, SystemFolderIsGivenWholeOrItsSizeTold) {
