@@ -18,7 +18,6 @@ make() { # FILE [OPTION...]
   make self_signed
   make good -CA authority.crt -CAkey authority.key
   make expired
-  printf '%s\n' "$names" >names.txt
-  openssl x509 -in expired.crt -CA authority.crt -CAkey authority.key -CAcreateserial -days -1 \
-    -clrext -extfile names.txt -out expired.crt
+  echo "$names" | openssl x509 -in expired.crt -CA authority.crt -CAkey authority.key -CAcreateserial \
+    -days -1 -clrext -extfile /dev/stdin -out expired.crt
 } >log.txt 2>&1
