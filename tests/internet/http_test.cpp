@@ -124,6 +124,7 @@ TEST(Http, MonitorSeesEachStepInOrderAndMayEndAtEach) {
   }
   Peer::answer("HTTP/1.1 200 OK\r\nContent-Length: 2147483647\r\n\r\nx", 99);
   EXPECT_EQ(failureOf([&] { http::get(request, whole); }), "http.closed[]");
+  EXPECT_EQ(failureOf([&] { http::get(request); }), "http.closed[]") << "without a monitor";
   EXPECT_EQ(whole.capacity, 64U << 20U) << "no memory without bound for a length that is claimed";
 }
 

@@ -2,7 +2,6 @@
 #include "platform/sockets.h"
 
 #include <gtest/gtest.h>
-#include <netdb.h>
 #include <sys/socket.h>
 #include <sys/time.h>
 #include <unistd.h>
@@ -119,7 +118,6 @@ TEST(PosixSockets, ServicesAndHostsAreFoundByNameAndByNumber) {
   EXPECT_EQ(std::string(service->s_name) + "/" + service->s_proto, "http/tcp");
   EXPECT_EQ(network_order(static_cast<std::uint16_t>(service->s_port)), 80);
   service = sockets.getservbyport(network_order(std::uint16_t{443}), "tcp");
-  ASSERT_NE(service, nullptr);
   EXPECT_STREQ(service->s_name, "https");
   EXPECT_EQ(sockets.getservbyname("http", "none"), nullptr);
   EXPECT_EQ(sockets.WSAGetLastError(), 11004);
