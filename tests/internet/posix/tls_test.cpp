@@ -163,6 +163,7 @@ TEST(Tls, MessagesAreReleasedAndNotRepeated) {
     EXPECT_EQ(quality + sequence + list->ulVersion + list->pBuffers[3].BufferType, 0U);
     return encryptStatus != 0 ? encryptStatus : real.EncryptMessage(context, 0, list, 0);
   };
+  released = 0;
   api.FreeContextBuffer = [](void*) { return static_cast<std::uint32_t>(++released); };
   TlsServer::greeting = "abc";
   Stream stream;
