@@ -5,25 +5,19 @@ set -eu
 cd "$1"
 
 names='subjectAltName=IP:127.0.0.1,DNS:localhost'
-request() { # FILE NAME
-  openssl req -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -subj "/CN=$2" \
-    -keyout "$1.key" -out "$1.csr"
-}
-sign() { # FILE DAYS
-  request "$1" localhost
-  printf '%s\n' "$names" >names.txt
-  openssl x509 -req -in "$1.csr" -CA authority.crt -CAkey authority.key -CAcreateserial \
-    -days "$2" -extfile names.txt -out "$1.crt"
+make() { # FILE [OPTION...]
+  name=$1
+  shift
+  openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 2 -subj "/CN=$name" \
+    -addext "$names" -keyout "$name.key" -out "$name.crt" "$@"
+  openssl x509 -in "$name.crt" -outform DER -out "$name.der"
 }
 
 {
-  openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 2 \
-    -subj '/CN=Test authority' -keyout authority.key -out authority.crt
-  sign good 2
-  sign expired -1
-  openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 2 \
-    -subj '/CN=localhost' -addext "$names" -keyout self_signed.key -out self_signed.crt
-  for name in authority self_signed; do
-    openssl x509 -in "$name.crt" -outform DER -out "$name.der"
-  done
+  make authority
+  make self_signed
+  make good -CA authority.crt -CAkey authority.key
+  make expired
+  echo "$names" | openssl x509 -in expired.crt -CA authority.crt -CAkey authority.key -CAcreateserial \
+    -days -1 -clrext -extfile /dev/stdin -out expired.crt
 } >log.txt 2>&1

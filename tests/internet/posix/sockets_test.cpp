@@ -2,16 +2,17 @@
 #include "platform/sockets.h"
 
 #include <gtest/gtest.h>
-#include <netdb.h>
 #include <sys/socket.h>
 #include <sys/time.h>
+#include <unistd.h>
 
 #include <functional>
 #include <tuple>
 
-#include "internet/peer.h"
+#include "internet/tables.h"
+#include "replay/internet/address.h"
 #include "replay/internet/byte_order.h"
-#include "replay/internet/transport.h"
+#include "replay/internet/environment.h"
 
 namespace {
 
@@ -54,14 +55,19 @@ TEST(PosixSockets, EachCallOutsideAnEnvironmentFails) {
     EXPECT_EQ(sockets.WSAGetLastError(), 10093) << &fails - calls;
   }
   const char* const notReady = "internet.environment.subsystem_not_ready[";
-  EXPECT_EQ(failureOf([] { ip4("127.0.0.1", 80); }).find(notReady), 0U);
-  EXPECT_EQ(failureOf([] { std::ignore = ip4().name(2); }).find(notReady), 0U);
+  EXPECT_TRUE(failureOf([] { ip4("127.0.0.1", 80); }).starts_with(notReady));
+  EXPECT_TRUE(failureOf([] { std::ignore = ip4().name(2); }).starts_with(notReady));
   const environment started;
   EXPECT_EQ(sockets.closesocket(socket), 0) << "the socket was closed";
 }
 
-TEST(PosixSockets, UnknownFamiliesOptionsAndSocketsAreRefusedWithTheirNumbers) {
+TEST(PosixSockets, ConnectionCarriesBytesAndEachRefusalHasItsNumber) {
   const environment started;
+  const int listener = ::socket(AF_INET, SOCK_STREAM, 0);
+  platform::sockaddr_in server{2, 0, network_order(0x7F000001U), {}};
+  auto* const record = reinterpret_cast<::sockaddr*>(&server);
+  socklen_t length = sizeof server;
+  ASSERT_EQ(::bind(listener, record, length) + ::getsockname(listener, record, &length), 0);
   const platform::SocketHandle socket = sockets.socket(2, 1, 0);
   char value[4] = {};
   const auto refusal = [](bool isRefused) { return isRefused ? sockets.WSAGetLastError() : 0; };
@@ -72,45 +78,46 @@ TEST(PosixSockets, UnknownFamiliesOptionsAndSocketsAreRefusedWithTheirNumbers) {
   EXPECT_EQ(refusal(sockets.setsockopt(socket, 65535, 4102, value, 3) == -1), 10014);
   EXPECT_EQ(refusal(sockets.send(socket, value, 1, 0) == -1), 10054) << "and no signal";
   EXPECT_EQ(refusal(sockets.recv(socket, value, 1, 0) == -1), 10057);
+  EXPECT_EQ(refusal(sockets.connect(socket, &server, 16) == -1), 10061);
+  ::listen(listener, 1);
+  ASSERT_EQ(sockets.connect(socket, &server, 16), 0);
+  const int served = ::accept(listener, nullptr, nullptr);
   const std::uint32_t milliseconds = 2345;
   std::memcpy(value, &milliseconds, 4);
   EXPECT_EQ(sockets.setsockopt(socket, 65535, 4102, value, 4), 0);
   timeval timeout{};
-  socklen_t length = sizeof timeout;
+  length = sizeof timeout;
   ::getsockopt(static_cast<int>(socket), SOL_SOCKET, SO_RCVTIMEO, &timeout, &length);
   EXPECT_EQ(timeout.tv_sec, 2);
   EXPECT_NEAR(static_cast<double>(timeout.tv_usec), 345'000, 10'000) << "in ticks of the system";
+  EXPECT_EQ(refusal(sockets.recv(socket, value, 4, MSG_DONTWAIT) == -1), 10060);
+  EXPECT_EQ(sockets.send(socket, "abc", 3, 0), 3);
+  EXPECT_EQ(::recv(served, value, 4, 0), 3);
+  ::send(served, value, 2, 0);
+  EXPECT_EQ(sockets.recv(socket, value, 4, 0), 2);
+  const ::linger reset{1, 0};
+  ::setsockopt(served, SOL_SOCKET, SO_LINGER, &reset, sizeof reset);
+  ::close(served);
+  EXPECT_EQ(refusal(sockets.recv(socket, value, 4, 0) == -1), 10054) << "a reset is no close";
   EXPECT_EQ(sockets.closesocket(socket), 0);
   EXPECT_EQ(refusal(sockets.closesocket(socket) == -1), 10038);
-}
-
-TEST(PosixSockets, ResetIsNoClose) {
-  const test::Peer peer;
-  test::Peer::answer("", 1, test::Peer::reset);
-  replay::internet::transport::tcp::raw stream;
-  stream.open(test::Peer::address());
-  stream.connect(test::Peer::address());
-  EXPECT_EQ(failureOf([&] { stream.fill(); }),
-            "internet.transport.connection_failed.connection_reset[recv() failed]");
+  ::close(listener);
 }
 
 TEST(PosixSockets, SystemFolderIsGivenWholeOrItsSizeTold) {
   char folder[64] = "";
   EXPECT_EQ(platform::systemLibraries.GetSystemDirectoryA(folder, 19), 20U);
-  EXPECT_STREQ(folder, "");
   EXPECT_EQ(platform::systemLibraries.GetSystemDirectoryA(folder, 20), 19U);
-  EXPECT_EQ(std::strlen(folder), 19U);
+  EXPECT_STREQ(folder, R"(C:\Windows\System32)");
 }
 
 TEST(PosixSockets, ServicesAndHostsAreFoundByNameAndByNumber) {
   const environment started;
   const platform::servent* service = sockets.getservbyname("http", "tcp");
   ASSERT_NE(service, nullptr) << "the package netbase is missing";
-  EXPECT_STREQ(service->s_name, "http");
-  EXPECT_STREQ(service->s_proto, "tcp");
+  EXPECT_EQ(std::string(service->s_name) + "/" + service->s_proto, "http/tcp");
   EXPECT_EQ(network_order(static_cast<std::uint16_t>(service->s_port)), 80);
   service = sockets.getservbyport(network_order(std::uint16_t{443}), "tcp");
-  ASSERT_NE(service, nullptr);
   EXPECT_STREQ(service->s_name, "https");
   EXPECT_EQ(sockets.getservbyname("http", "none"), nullptr);
   EXPECT_EQ(sockets.WSAGetLastError(), 11004);
@@ -123,9 +130,6 @@ TEST(PosixSockets, ServicesAndHostsAreFoundByNameAndByNumber) {
   ASSERT_EQ(addresses("127.0.0.1", "domain", &hints, &list), 0);
   EXPECT_EQ(list->ai_next, nullptr) << "of one family and type";
   EXPECT_STREQ(list->ai_canonname, "127.0.0.1");
-  EXPECT_EQ(list->ai_addr->sin_family, 2);
-  EXPECT_EQ(network_order(list->ai_addr->sin_port), 53);
-  EXPECT_EQ(network_order(list->ai_addr->sin_address), 0x7F000001U);
   char host[64] = "";
   char name[64] = "";
   EXPECT_EQ(names(list->ai_addr, 16, host, 64, name, 64, 2), 0);
@@ -136,8 +140,8 @@ TEST(PosixSockets, ServicesAndHostsAreFoundByNameAndByNumber) {
   release(list);
   hints.ai_family = 99;
   EXPECT_EQ(addresses("127.0.0.1", nullptr, &hints, &list), 10047);
-  ASSERT_EQ(
-      addresses("::1", nullptr, &(hints = {4, 23, 0, 0, 0, nullptr, nullptr, nullptr}), &list), 0);
+  hints.ai_family = 23;
+  ASSERT_EQ(addresses("::1", nullptr, &hints, &list), 0);
   EXPECT_EQ(list->ai_family, 23);
   EXPECT_EQ(list->ai_addr->sin_family, 23);
   release(list);

@@ -1,20 +1,97 @@
 // The encrypted stream over the provider of this system.
+#include <openssl/err.h>
+
+#include <cstdlib>
 #include <optional>
+#include <stdexcept>
 
 #include "internet/handshakes.h"
-#include "internet/posix/tls_server.h"
+#include "internet/peer.h"
+#include "platform/posix/openssl_connection.h"
 
 namespace {
 
-using replay::internet::address::ip4;
 using test::failureOf;
 using test::handshakeStatus;
-using test::TlsServer;
+using test::Peer;
+
+int released = 0;  // buffers
+std::uint32_t encryptStatus = 0;
+const platform::SecurityApi real = platform::security;
+
+/// A folder with the certificates of make_certificates.sh, made once for a program.
+const test::TemporaryFolder& certificates() {
+  static const test::TemporaryFolder folder;
+  static const int status =
+      std::system((SOURCE_FOLDER "/tests/internet/make_certificates.sh " + folder.text()).c_str());
+  if (status != 0) throw std::runtime_error(test::contentOf(folder.path() / "log.txt"));
+  return folder;
+}
+
+// A TLS server at the other end of a played connection: it handles at once what the client sends.
+class TlsServer : public Peer {
+ public:
+  explicit TlsServer(const std::string& name, const char* suites = "ALL", int version = 0x0303) {
+    const std::string key = certificates().text() + "/" + name;
+    settings_.reset(SSL_CTX_new(TLS_server_method()));
+    SSL_CTX_set_min_proto_version(settings_.get(), version);
+    SSL_CTX_set_max_proto_version(settings_.get(), version);
+    SSL_CTX_set_cipher_list(settings_.get(), suites);
+    SSL_CTX_use_certificate_chain_file(settings_.get(), (key + ".crt").c_str());
+    SSL_CTX_use_PrivateKey_file(settings_.get(), (key + ".key").c_str(), SSL_FILETYPE_PEM);
+    greeting.clear();
+    platform::sockets.connect = [](platform::SocketHandle, const void*, int) {
+      connection_.emplace(settings_.get());
+      answer("", 1, ending);
+      return 0;
+    };
+    platform::sockets.send = [](platform::SocketHandle, const char* bytes, int count, int) {
+      connection_->put(bytes, static_cast<std::size_t>(count));
+      const bool wasFinished = SSL_is_init_finished(ssl()) == 1;
+      if (!wasFinished && SSL_accept(ssl()) == 1) TlsServer::send(greeting);
+      char text[20'000];
+      std::size_t size = 0;
+      while (SSL_is_init_finished(ssl()) == 1 &&
+             SSL_read_ex(ssl(), text, sizeof text, &size) == 1) {
+        received.append(text, size);
+      }
+      sendOutput();
+      return count;
+    };
+  }
+  ~TlsServer() {
+    connection_.reset();
+    platform::security = real;
+  }
+
+  static void send(const std::string& text) {
+    std::size_t written = 0;
+    if (!text.empty()) SSL_write_ex(ssl(), text.data(), text.size(), &written);
+    sendOutput();
+  }
+
+  // Both ends share OpenSSL's list of errors, on which the client must not find the server's.
+  static void sendOutput() {
+    ERR_clear_error();
+    std::string bytes(connection_->pendingOutput(), '\0');
+    connection_->takeOutput(bytes.data(), bytes.size());
+    Peer::send(bytes, largest);
+  }
+
+  static SSL* ssl() { return connection_->ssl(); }
+
+  static inline std::string greeting;            ///< text that is sent right behind the handshake
+  static inline std::size_t largest = 1U << 30;  ///< what one receive of the client gives
+
+ private:
+  static inline platform::SslSettings settings_;
+  static inline std::optional<platform::OpensslConnection> connection_;
+};
 
 class Stream : public test::SslStream {
  public:
-  explicit Stream(const std::string& trust = "authority")
-      : ssl(ip4(), "127.0.0.1", test::trusting(test::certificates().path(), trust)) {}
+  Stream()
+      : ssl(Peer::address(), "127.0.0.1", test::trusting(certificates().path(), "authority")) {}
 
   /// What is read next, or the failure.
   std::string next() {
@@ -28,45 +105,29 @@ std::string decryptStatus(const std::string& status) {
   return "internet.transport.security[DecryptMessage returned status " + status + "]";
 }
 
-constexpr const char* closed =
-    "internet.transport.connection_failed.connection_closed[recv() failed]";
-
 TEST(Tls, OnlyACertificateOfTheTrustedAndForTheHostIsGood) {
   std::optional<TlsServer> server;
-  test::expectHandshakesOfTable(test::certificates().path(), [&](const std::string& certificate) {
+  test::expectHandshakesOfTable(certificates().path(), [&](const std::string& certificate) {
     server.emplace(certificate);
-    return ip4();
+    return Peer::address();
   });
   EXPECT_EQ(failureOf([] {
-              const test::SslStream stream(ip4(), "a", {"no certificate", false});
+              const test::SslStream stream(Peer::address(), "a", {"no certificate", false});
             }),
             "internet.transport.security[AcquireCredentialsHandle returned status 0x80090325]");
 }
 
-TEST(Tls, OtherVersionsAndSuitesAreRefused) {
-  const std::pair<const char*, int> rows[] = {{"ALL", 0x0304},
-                                              {"ECDHE-ECDSA-AES128-SHA256", 0x0303},
-                                              {"ECDHE-ECDSA-CHACHA20-POLY1305", 0x0303}};
-  for (const auto& [suites, version] : rows) {
+TEST(Tls, OtherVersionsSuitesAndProtocolsFailTheHandshake) {
+  for (const auto& [suites, version] :
+       {std::pair("ALL", 0x0304), {"ECDHE-ECDSA-AES128-SHA256", 0x0303}}) {
     const TlsServer server("good", suites, version);
     EXPECT_EQ(failureOf([] { const Stream stream; }), handshakeStatus("0x80090331")) << suites;
   }
-}
-
-TEST(Tls, PeerThatIsNoTlsServerOrSilentFailsTheHandshake) {
-  const TlsServer server("good");
-  platform::sockets.send = [](platform::SocketHandle, const char*, int count, int) {
-    return count;
-  };
-  EXPECT_EQ(failureOf([] { const Stream stream; }), closed);
-  TlsServer::ending = 10060;
-  EXPECT_EQ(failureOf([] { const Stream stream; }),
-            "internet.transport.connection_failed.connection_timed_out[recv() failed]");
-  platform::sockets.send = [](platform::SocketHandle, const char*, int count, int) {
-    TlsServer::waiting = "HTTP/1.1 400 Bad Request\r\n\r\n";
-    return count;
-  };
+  const Peer peer;
+  Peer::answer("HTTP/1.1 400 Bad Request\r\n\r\n", 99);
   EXPECT_EQ(failureOf([] { const Stream stream; }), handshakeStatus("0x80090326"));
+  EXPECT_EQ(failureOf([] { const Stream stream; }),
+            "internet.transport.connection_failed.connection_closed[recv() failed]");
 }
 
 TEST(Tls, BytesArriveEachWayHoweverTheyAreSplit) {
@@ -75,7 +136,7 @@ TEST(Tls, BytesArriveEachWayHoweverTheyAreSplit) {
     text += std::to_string(number) + std::string(number * 7 % 60, 'x') + "\r\n";
   }
   TlsServer server("good");
-  for (const int largest : {1, 5, 1000, 5000}) {
+  for (const std::size_t largest : {1U, 5U, 1000U, 5000U}) {
     TlsServer::largest = largest;
     TlsServer::greeting = text.substr(0, 1000);
     Stream stream;
@@ -88,140 +149,62 @@ TEST(Tls, BytesArriveEachWayHoweverTheyAreSplit) {
     }
     EXPECT_TRUE(received == text) << largest;
     EXPECT_EQ(stream.next(), "x");
-    EXPECT_GT(stream.received(), text.size() + 7 * (5 + 8 + 16)) << "encrypted bytes count";
-
-    const std::uint32_t before = stream.sent();
-    for (std::size_t begin = 0, size = 1; begin < text.size(); begin += size) {
-      size = (size * 7919 + 1) % 50'000 + 1;
-      stream.write(std::string_view(text).substr(begin, size));
-    }
-    EXPECT_TRUE(TlsServer::received == text) << largest;
-    EXPECT_GT(stream.sent() - before, text.size()) << "encrypted bytes count";
+    stream.write(text);
+    EXPECT_TRUE(Peer::received == text) << largest;
+    EXPECT_GT(stream.sent(), text.size() + 7 * (5 + 8 + 16)) << "encrypted bytes count";
   }
 }
 
-// The provider's operations, with the types and sizes of the buffers that each was given.
-std::string calls;
-platform::SecurityApi real;
-std::uint32_t encryptStatus = 0;
-
-void note(const char* name, const platform::SecurityBufferList& list) {
-  calls += name + std::to_string(list.ulVersion);
-  for (std::uint32_t index = 0; index < list.cBuffers; ++index) {
-    calls += "," + std::to_string(list.pBuffers[index].BufferType) + ":";
-    calls += std::to_string(list.pBuffers[index].cbBuffer);
-  }
-  calls += " ";
-}
-
-class NotedTls : public testing::Test {
- protected:
-  NotedTls() {
-    real = platform::security;
-    encryptStatus = 0;
-    platform::SecurityApi& api = platform::security;
-    api.EncryptMessage = [](platform::SecurityContext* context, std::uint32_t quality,
-                            platform::SecurityBufferList* list, std::uint32_t sequence) {
-      note("encrypt", *list);
-      EXPECT_EQ(quality + sequence, 0U);
-      return encryptStatus != 0 ? encryptStatus : real.EncryptMessage(context, 0, list, 0);
-    };
-    api.DecryptMessage = [](platform::SecurityContext* context, platform::SecurityBufferList* list,
-                            std::uint32_t sequence, std::uint32_t* quality) {
-      note("decrypt", *list);
-      EXPECT_EQ(quality, nullptr);
-      return real.DecryptMessage(context, list, sequence, quality);
-    };
-    api.FreeContextBuffer = [](void*) {
-      calls += "free ";
-      return std::uint32_t{0};
-    };
-    api.DeleteSecurityContext = [](platform::SecurityContext* context) {
-      calls += "delete ";
-      return real.DeleteSecurityContext(context);
-    };
-  }
-  NotedTls(const NotedTls&) = delete;
-  NotedTls& operator=(const NotedTls&) = delete;
-  ~NotedTls() override { platform::security = real; }
-
-  TlsServer server_{"good"};
-};
-
-TEST_F(NotedTls, MessagesOfASegmentNeedNoSocketAndReleaseTheirBuffers) {
+TEST(Tls, MessagesAreReleasedAndNotRepeated) {
+  const TlsServer server("good");
+  platform::SecurityApi& api = platform::security;
+  api.EncryptMessage = [](platform::SecurityContext* context, std::uint32_t quality,
+                          platform::SecurityBufferList* list, std::uint32_t sequence) {
+    EXPECT_EQ(quality + sequence + list->ulVersion + list->pBuffers[3].BufferType, 0U);
+    return encryptStatus != 0 ? encryptStatus : real.EncryptMessage(context, 0, list, 0);
+  };
+  released = 0;
+  api.FreeContextBuffer = [](void*) { return static_cast<std::uint32_t>(++released); };
   TlsServer::greeting = "abc";
-  {
-    Stream stream;
-    TlsServer::send("de");
-    TlsServer::send("f");
-    calls.clear();
-    EXPECT_EQ(stream.next(), "abc") << "left over from the handshake";
-    EXPECT_EQ(stream.next(), "de");
-    TlsServer::ending = 10060;
-    EXPECT_EQ(stream.next(), "f");
-    EXPECT_NE(stream.next().find("timed_out"), std::string::npos);
-    TlsServer::send("g");
-    EXPECT_EQ(stream.next(), "g") << "as if nothing had been asked for";
-  }
-  EXPECT_EQ(calls,
-            "decrypt0,1:32,0:0,0:0,0:0 free decrypt0,1:61,0:0,0:0,0:0 free free "
-            "decrypt0,1:30,0:0,0:0,0:0 free decrypt0,1:30,0:0,0:0,0:0 free delete ");
-}
-
-TEST_F(NotedTls, WritesLeaveAsMessagesOfTheLargestSizeAndAreNotRepeated) {
   Stream stream;
-  calls.clear();
-  stream.flush();
-  EXPECT_EQ(calls, "") << "nothing to send, nothing to encrypt";
-  stream.write(std::string(32'769, 'x'));
-  EXPECT_EQ(calls,
-            "encrypt0,7:13,1:16384,6:16,0:0 encrypt0,7:13,1:16384,6:16,0:0 "
-            "encrypt0,7:13,1:1,6:16,0:0 ");
+  TlsServer::send("de");
+  TlsServer::send("f");
+  Peer::pieces = {Peer::pieces[0] + Peer::pieces[1]};
+  EXPECT_EQ(stream.next(), "abc") << "left over from the handshake";
+  EXPECT_EQ(stream.next(), "de");
+  Peer::ending = Peer::silence;
+  EXPECT_EQ(stream.next(), "f") << "without a receive";
+  EXPECT_NE(stream.next().find("timed_out"), std::string::npos);
+  TlsServer::send("g");
+  EXPECT_EQ(stream.next(), "g") << "as if nothing had been asked for";
+  EXPECT_EQ(released, 5) << "each text, and what lay behind one";
   encryptStatus = 0x80090329;
   EXPECT_EQ(failureOf([&] { stream.write(std::string(16'384, 'y') + "z"); }),
             "internet.transport.security[EncryptMessage returned status 0x80090329]");
   encryptStatus = 0;
   stream.flush();
-  EXPECT_EQ(TlsServer::received, std::string(32'769, 'x') + "z");
+  EXPECT_EQ(Peer::received, "z");
 }
 
-TEST_F(NotedTls, WhatIsNoMessageEndsTheStream) {
-  {
-    Stream stream;
-    TlsServer::sendClosing();
-    EXPECT_EQ(stream.next(), decryptStatus("0x00090317"));
-  }
-  {
-    Stream stream;
-    TlsServer::sendWish();
-    EXPECT_EQ(stream.next(), decryptStatus("0x00090321"));
-  }
-  // A message without data is no end.
-  Stream stream;
-  TlsServer::send("abc");
-  platform::security.DecryptMessage = [](platform::SecurityContext*,
-                                         platform::SecurityBufferList* list, std::uint32_t,
-                                         std::uint32_t*) {
-    platform::security.DecryptMessage = real.DecryptMessage;
-    list->pBuffers[1] = {0, 1, list->pBuffers[0].pvBuffer};
-    list->pBuffers[3] = {list->pBuffers[0].cbBuffer, 5, list->pBuffers[0].pvBuffer};
-    return std::uint32_t{0};
-  };
-  EXPECT_EQ(stream.next(), "abc");
-  EXPECT_EQ(stream.next(), closed);
-}
-
-TEST(Tls, FlippedBitNeverYieldsData) {
+TEST(Tls, WhatIsNoGoodMessageYieldsNoData) {
   const TlsServer server("good");
   for (std::size_t position = 0; position < 13 + 6 + 16; ++position) {
     Stream stream;
     TlsServer::send("abcde\n");
-    char& byte = TlsServer::waiting[position];
-    byte = static_cast<char>(byte ^ (position == 3 ? 0x80 : 0x02));
+    Peer::pieces[0][position] ^= position == 3 ? '\x80' : '\x02';
     // A length that grows has the stream wait for more; a huge one is refused at once.
-    EXPECT_EQ(stream.next(), decryptStatus(position == 3 ? "0x80090326" : "0x8009030f"))
-        << position;
+    const char* const failure = position == 3 ? "0x80090326" : "0x8009030f";
+    EXPECT_EQ(stream.next(), decryptStatus(failure)) << position;
   }
+  Stream closing;
+  SSL_shutdown(TlsServer::ssl());
+  TlsServer::sendOutput();
+  EXPECT_EQ(closing.next(), decryptStatus("0x00090317"));
+  Stream renegotiating;
+  SSL_renegotiate(TlsServer::ssl());
+  SSL_do_handshake(TlsServer::ssl());
+  TlsServer::sendOutput();
+  EXPECT_EQ(renegotiating.next(), decryptStatus("0x00090321"));
 }
 
 }  // namespace
