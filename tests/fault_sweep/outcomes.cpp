@@ -110,22 +110,9 @@ void addPlace(const std::vector<Failure>& place, Lines& text) {
   }
 }
 
-// Equal lines in a row as one, with their number.
-Lines counted(const Lines& lines) {
-  Lines text;
-  for (auto first = lines.begin(); first != lines.end();) {
-    const auto end =
-        std::find_if(first, lines.end(), [&](const auto& line) { return line != *first; });
-    text.push_back(*first +
-                   (end - first == 1 ? "" : " (" + std::to_string(end - first) + " times)"));
-    first = end;
-  }
-  return text;
-}
-
 std::string list(const Lines& things, const std::string& separator) {
   std::string text;
-  for (const std::string& thing : counted(things)) text += (text.empty() ? "" : separator) + thing;
+  for (const std::string& thing : things) text += (text.empty() ? "" : separator) + thing;
   return text;
 }
 
@@ -141,7 +128,7 @@ void addChange(const Change& change, const std::string& subject, Lines& outcome)
     return;
   }
   if (!lost.empty()) outcome.push_back(first + last + ": " + lost[0]);
-  for (const std::string& line : counted(gained)) outcome.push_back("+ " + masked(line, subject));
+  for (const std::string& line : gained) outcome.push_back("+ " + masked(line, subject));
 }
 
 // Whether a thing that stays open in the clean run is closed in this one, and not just never

@@ -42,12 +42,6 @@ TEST(LibraryCalls, TextsThatFillTheirBuffersEndWithThemAndFormulasHaveNoName) {
   EXPECT_FALSE(DominoApiTools::readEnvironmentWide("Missing", wide));
   EXPECT_EQ(wide, std::u16string(255, u'v') + u"\u00e9");
 
-  notes::api.OSGetDataDirectory = [](char* path) { return put(path, ""); };
-  notes::api.OSGetExecutableDirectory = [](char* path) { put(path, ""); };
-  answer = "D:/caf\xe9+AOk-";
-  EXPECT_EQ(DominoApiTools::dataDirectory(), u"D:/caf\u00e9+AOk-");
-  EXPECT_EQ(DominoApiTools::executableDirectory(), u"D:/caf\u00e9\u00e9");
-
   notes::api.NSFFormulaCompile = [](const char* name, WORD nameLength, const char* formula,
                                     WORD length, FORMULAHANDLE*, WORD*, STATUS*, WORD*, WORD*,
                                     WORD*, WORD*) -> STATUS {

@@ -103,23 +103,6 @@ TEST(CodePages, EveryCharacterSurvivesBothUnicodePages) {
   EXPECT_EQ(wideToUtf8(u""), "");
 }
 
-// Where a run of ASCII ends, and where the buffer does, must not depend on each other.
-TEST(CodePages, EachPlaceOfAnAccentAndEachLackOfRoomIsSeen) {
-  for (const std::uint32_t page : {0U, 28591U, 28592U, 65000U, 65001U}) {
-    for (std::size_t place = 0; place < 40; ++place) {
-      std::u16string text(40, u'x');
-      text[place] = u'\u00E9';
-      const std::string bytes = encoded(page, text, nullptr).first;
-      EXPECT_EQ(decoded(page, false, bytes, text.size()).first, text) << page << ' ' << place;
-      EXPECT_EQ(encoded(page, text, nullptr, bytes.size()).first, bytes) << page << ' ' << place;
-      for (std::size_t room = 0; room < text.size(); ++room) {
-        ASSERT_EQ(decoded(page, false, bytes, room).second, errorInsufficientBuffer) << room;
-        ASSERT_EQ(encoded(page, text, nullptr, room).second, errorInsufficientBuffer) << room;
-      }
-    }
-  }
-}
-
 TEST(CodePages, PagesAndTextsThatNoConversionTakes) {
   for (const std::uint32_t page : {1200U, 1201U, 12000U, 99999U}) {
     EXPECT_EQ(maximumCharacterSize(page), 0U) << page;

@@ -1,14 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <memory>
-
 #include "replay/exception_w.h"
-#include "replay/internet/transport.h"
 
 namespace {
 
 using namespace replay;
-using namespace replay::internet::transport;
 
 class application_failure : public exception_w {
  public:
@@ -17,17 +13,6 @@ class application_failure : public exception_w {
     append_name_w(u"failure");
   }
 };
-
-TEST(Exception, CopyOutlivesTheOriginalAndSaysTheSameEachTime) {
-  auto original = std::make_unique<tcp::base::connection_failed>("why");
-  const tcp::base::connection_failed copy = *original;
-  original.reset();
-  for (int time = 0; time < 2; ++time) {
-    EXPECT_STREQ(copy.what(), "internet.transport.connection_failed[why]");
-    EXPECT_STREQ(copy.message(), "why");
-    EXPECT_STREQ(copy.name(), "internet.transport.connection_failed");
-  }
-}
 
 TEST(Exception, NarrowTextsFollowFromTheWideOnes) {
   const application_failure failure(u"caf\u00e9 \u4e00");

@@ -29,12 +29,6 @@ codepage page_of(const std::string& name) {
   }
 }
 
-TEST(Unicode, NamesOfCharacterSetsAreInTheirNormalForm) {
-  EXPECT_EQ(alias_rows.size(), 107U);
-  EXPECT_EQ(codepage_aliases.size(), 104U);
-  for (const auto& [name, page] : codepage_aliases) EXPECT_EQ(page_of(name), page) << name;
-}
-
 TEST(Unicode, PreferredNamesFindTheirPagesOrHoldTheirNumbers) {
   std::map<codepage, std::string> others;
   for (const auto& [where, fields] : test::rowsOf("replay/preferred_names.txt", 2)) {
