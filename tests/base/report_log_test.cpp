@@ -80,14 +80,4 @@ TEST_F(ReportLogTest, FileGoesOnAtItsTopOnceItHasReachedTheLimitOfItsLevel) {
   }
 }
 
-TEST_F(ReportLogTest, NameThatWasTriedIsToldAlsoAfterAFailure) {
-  const std::u16string folder = folder_.wide() + u"/missing";
-  ReportLog log(folder, u"Prefix-", u".log", u"NAME", u"%H", 2, false);
-  EXPECT_FALSE(log.open());
-  EXPECT_TRUE(log.fileName().starts_with(folder + u"\\Prefix-20"));
-  EXPECT_TRUE(log.fileName().ends_with(u".log"));
-  EXPECT_EQ(log.fileName().size(),
-            folder.size() + std::string("\\Prefix-YYYYmmddHHMMSS.log").size());
-}
-
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <map>
@@ -19,18 +20,14 @@ constexpr bool hasIconv = std::filesystem::path::preferred_separator == '/';
 template <typename Text>
 using Outcome = std::pair<Text, std::uint32_t>;
 
-constexpr std::size_t allOfIt = ~std::size_t{0};
-
-Outcome<std::u16string> decoded(std::uint32_t page, bool strict, std::string_view text,
-                                std::size_t room = allOfIt) {
-  std::u16string buffer(room == allOfIt ? text.size() : room, u'#');
+Outcome<std::u16string> decoded(std::uint32_t page, bool strict, std::string_view text) {
+  std::u16string buffer(text.empty() ? 1 : text.size(), u'#');
   const Conversion result = narrowToWide(page, strict, text, buffer);
   return {buffer.substr(0, result.length), result.error};
 }
 
-Outcome<std::string> encoded(std::uint32_t page, std::u16string_view text, bool* usedDefault,
-                             std::size_t room = allOfIt) {
-  std::string buffer(room == allOfIt ? text.size() * maximumCharacterSize(page) : room, '#');
+Outcome<std::string> encoded(std::uint32_t page, std::u16string_view text, bool* usedDefault) {
+  std::string buffer(std::max<std::size_t>(text.size() * maximumCharacterSize(page), 1), '#');
   const Conversion result = wideToNarrow(page, text, buffer, usedDefault);
   return {buffer.substr(0, result.length), result.error};
 }
@@ -107,10 +104,10 @@ TEST(CodePages, PagesAndTextsThatNoConversionTakes) {
   for (const std::uint32_t page : {1200U, 1201U, 12000U, 99999U}) {
     EXPECT_EQ(maximumCharacterSize(page), 0U) << page;
     EXPECT_EQ(decoded(page, false, "a").second, errorInvalidParameter) << page;
-    EXPECT_EQ(encoded(page, u"a", nullptr, 4).second, errorInvalidParameter) << page;
+    EXPECT_EQ(encoded(page, u"a", nullptr).second, errorInvalidParameter) << page;
   }
-  EXPECT_EQ(decoded(1252, false, "", 4).second, errorInvalidParameter);
-  EXPECT_EQ(encoded(1252, u"", nullptr, 4).second, errorInvalidParameter);
+  EXPECT_EQ(decoded(1252, false, "").second, errorInvalidParameter);
+  EXPECT_EQ(encoded(1252, u"", nullptr).second, errorInvalidParameter);
   bool used = false;
   EXPECT_EQ(encoded(65000, u"a", &used).second, errorInvalidParameter);
 }

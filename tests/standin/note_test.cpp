@@ -133,9 +133,6 @@ TEST(Time, OnlyItsSettingsFormatAndCalendarCount) {
   // A separator that fills its field has no closing zero.
   std::memset(settings.DateString, '-', sizeof settings.DateString);
   EXPECT_EQ(read("02-----01-----2012 03:04:05", settings), read(text, settingsOf("day")));
-  settings.AMString[0] = '#';
-  OSGetIntlSettings(&settings, 4);
-  EXPECT_EQ(settings.AMString[0], '#') << "written behind the size";
   // A day of more hundredths, one that is in no calendar, and one that has begun only in Greenwich.
   for (const TIMEDATE time : {TIMEDATE{{8640000, 2440588}}, {{0, 0xFFFFFF}}, {{0, 1721426}}})
     EXPECT_EQ(local(time), "refused");

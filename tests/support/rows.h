@@ -37,14 +37,13 @@ inline std::string unescaped(const std::string& field) {
     }
     const char kind = field.at(++at);
     const std::size_t digits = kind == 'x' ? 2 : kind == 'u' ? 4 : 0;
-    const std::size_t named = std::string("nrt\\").find(kind);
     if (digits != 0) {
       const auto number =
           static_cast<unsigned>(std::stoul(field.substr(at + 1, digits), nullptr, 16));
       text += kind == 'x' ? std::string{static_cast<char>(number)} : bytesOfUnit(number);
       at += digits;
     } else {
-      text += "\n\r\t\\"[named == std::string::npos ? throw std::invalid_argument(field) : named];
+      text += std::string("\n\r\t\\").at(std::string("nrt\\").find(kind));
     }
   }
   return text;

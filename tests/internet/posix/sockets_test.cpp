@@ -104,13 +104,6 @@ TEST(PosixSockets, ConnectionCarriesBytesAndEachRefusalHasItsNumber) {
   ::close(listener);
 }
 
-TEST(PosixSockets, SystemFolderIsGivenWholeOrItsSizeTold) {
-  char folder[64] = "";
-  EXPECT_EQ(platform::systemLibraries.GetSystemDirectoryA(folder, 19), 20U);
-  EXPECT_EQ(platform::systemLibraries.GetSystemDirectoryA(folder, 20), 19U);
-  EXPECT_STREQ(folder, R"(C:\Windows\System32)");
-}
-
 TEST(PosixSockets, ServicesAndHostsAreFoundByNameAndByNumber) {
   const environment started;
   const platform::servent* service = sockets.getservbyname("http", "tcp");
