@@ -116,19 +116,21 @@ std::string list(const Lines& things, const std::string& separator) {
   return text;
 }
 
-// A few lines that read differently stand as one; of many that are lost the first alone is shown.
+// Lines that one line or as many others stand in place of are told with them; of many that are lost
+// the first alone is shown.
 void addChange(const Change& change, const std::string& subject, Lines& outcome) {
   constexpr std::size_t few = 3;
   const auto& [at, lost, gained] = change;
-  const std::string first = "- " + std::to_string(at + 1);
+  const bool isShort = lost.size() <= few;
+  const bool isReplaced =
+      !lost.empty() && (gained.size() == 1 || (isShort && gained.size() == lost.size()));
   const std::string last = lost.size() < 2 ? "" : '-' + std::to_string(at + lost.size());
-  if (lost.size() == gained.size() && lost.size() <= few) {
-    outcome.push_back(first + last + ": " + list(lost, " | ") + "  =>  " +
-                      masked(list(gained, " | "), subject));
-    return;
-  }
-  if (!lost.empty()) outcome.push_back(first + last + ": " + lost[0]);
-  for (const std::string& line : gained) outcome.push_back("+ " + masked(line, subject));
+  std::string line = "- " + std::to_string(at + 1) + last + ": ";
+  if (!lost.empty()) line += isShort ? list(lost, " | ") : lost[0] + " ...";
+  if (isReplaced) line += "  =>  " + masked(list(gained, " | "), subject);
+  if (!lost.empty()) outcome.push_back(line);
+  if (isReplaced) return;
+  for (const std::string& each : gained) outcome.push_back("+ " + masked(each, subject));
 }
 
 // Whether a thing that stays open in the clean run is closed in this one, and not just never

@@ -21,9 +21,9 @@ const std::string recordedFile = SOURCE_FOLDER "/tests/fault_sweep/outcomes.txt"
 
 const Lines preface = {
     "# What each failing Notes call does to the report of the world every_kind, whose lines the",
-    "# numbers count: - lost, + gained, # which of the calls of one name at one place. What is",
-    "# open at the end is told where it is not as in a run without failure. scripts/renew writes",
-    "# this file.",
+    "# numbers count: - lost, => replaced by, + gained, # which of the calls of one name at one",
+    "# place. What is open at the end is told where it is not as in a run without failure.",
+    "# scripts/renew writes this file.",
     "",
     "Without failure"};
 
