@@ -67,6 +67,8 @@ class FaultSweep : public testing::Test {
       const NotesCall& call = clean_.calls[number];
       const std::string before = clean_.report.substr(0, call.reportSize);
       const auto lines = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
+      // What looks for leaks needs /proc, which the program's own root lacks.
+      if (STRIDE != 1 && call.operation == "OSGetDataDirectory") continue;
       if (!cannotFail(call.operation))
         failures_.push_back({std::to_string(number), lines, call.name(), call.subject, {}});
     }
