@@ -114,7 +114,7 @@ TEST(Http, MonitorSeesEachStepInOrderAndMayEndAtEach) {
             "POST /uri HTTP/1.1\r\nConnection: close\r\ncontent-length: 5\r\n"
             "Host: 127.0.0.1\r\n\r\nhello");
   EXPECT_TRUE(Peer::calls.starts_with(
-      "socket,2,1,0 connect,16 setsockopt,65535,4102,30000,4 send,77,0 send,5,0 recv"))
+      "socket,2,1,0 connect,16 setsockopt,65535,4102,30000,4 send,77,0 send,5,0 recv,8192,0"))
       << Peer::calls;
   for (int last = 1; last <= 11; ++last) {
     Witness witness(last);
