@@ -9,6 +9,7 @@
 #include "server.h"
 #include "support/process.h"
 #include "support/rows.h"
+#include "support/stand_in.h"
 
 namespace standin_tests {
 namespace {
@@ -175,7 +176,7 @@ int append(int count, const std::string& name) {
 }  // namespace standin_tests
 
 int main(int argc, char** argv) {
-  if (!standin_tests::loadStandIn()) return 3;
+  if (!test::loadStandIn()) return 3;
   if (argc == 4 && argv[1] == std::string("append"))
     return standin_tests::append(std::stoi(argv[2]), argv[3]);
   standin_tests::program = std::filesystem::absolute(argv[0]).string();

@@ -2,20 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/files.h"
-
 namespace standin_tests {
 
 std::string noteLine(NOTEID id, const std::string& items) {
   return R"({"note":)" + std::to_string(id) + R"(,"items":{)" + items + "}}\n";
-}
-
-bool loadStandIn() {
-  const std::filesystem::path before = std::filesystem::current_path();
-  platform::changeDirectory(BINARY_FOLDER "/standin");
-  const bool isLoaded = loadNotesLibrary("nnotes.dll");
-  std::filesystem::current_path(before);
-  return isLoaded;
 }
 
 std::string wordsOf(STATUS status) {

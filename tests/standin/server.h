@@ -20,9 +20,6 @@ inline const std::string header = R"({"database":{"title":"Sample","replica":"85
 /// The line of a note with these items, given as the inside of a JSON object.
 std::string noteLine(NOTEID id, const std::string& items = "");
 
-/// Loads the library of this build: once, before anything else.
-bool loadStandIn();
-
 std::string wordsOf(STATUS status);
 
 /// NotesInitExtended with these arguments behind the program's name. Gives the words of the status.

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "notes/api.h"
-#include "platform/files.h"
 #include "support/notes_recorder.h"
+#include "support/stand_in.h"
 #include "support/temporary_folder.h"
 
 namespace test {
@@ -26,7 +26,7 @@ class NotesServer : public testing::Test {
     writeDatabase("QBConf.nsf", notes);
     writeFile(folder_.path() / "notes.ini",
               "Directory=" + folder_.text() + "\nServerName=mail\n" + settings);
-    loadStandIn();
+    loadLibrary();
     std::string program = "test";
     std::string iniFile = "=" + folder_.text() + "/notes.ini";
     char* arguments[] = {program.data(), iniFile.data(), nullptr};
@@ -62,14 +62,8 @@ class NotesServer : public testing::Test {
   const TemporaryFolder folder_;
 
  private:
-  static void loadStandIn() {
-    static const bool loaded = [] {
-      const std::filesystem::path before = std::filesystem::current_path();
-      platform::changeDirectory(BINARY_FOLDER "/standin");
-      const bool result = notes::loadNotesLibrary("nnotes.dll");
-      std::filesystem::current_path(before);
-      return result;
-    }();
+  static void loadLibrary() {
+    static const bool loaded = loadStandIn();
     ASSERT_TRUE(loaded);
     NotesRecorder::install();
   }
