@@ -1,6 +1,6 @@
 // The value at the end of a document: a scan against a parser that builds a tree.
 
-#include "replay/internet/xml_value.h"
+#include "replay/internet/web_request.h"
 
 #include <malloc.h>
 
@@ -26,7 +26,7 @@ std::string documentOf(std::size_t size) {
 
 std::string scanned(std::string_view document) {
   std::string value;
-  replay::internet::scan_value(document, "reply.total", value);
+  replay::internet::WebRequest::scan_value(document, "reply.total", value);
   return value;
 }
 

@@ -10,6 +10,8 @@ constexpr std::uint32_t page = 65001;
 void checkBytes(std::string_view bytes) {
   const std::u16string units = decode(page, bytes);
   check(replay::unicode::to_wide(bytes, page) == units);
+  // The end of a text breaks a sequence as a letter does.
+  check(decode(page, std::string(bytes) + "zzz") == units + u"zzz");
   std::u16string strict(bytes.size(), u'\0');
   const auto result = platform::narrowToWide(page, true, bytes, strict);
   check((encode(page, units) == bytes) == (bytes.empty() || result.error == 0));

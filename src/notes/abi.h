@@ -4,8 +4,8 @@
  * C++. It declares no function: NOTES_OPERATIONS is the single list from which the program makes
  * its table, its loader and the names it calls, and the stand-in its exports.
  *
- * The build defines NOTES_CALL as the calling convention of the operations and of the search
- * callback: __stdcall on 32-bit Windows, nothing elsewhere. */
+ * NOTES_CALL is the calling convention of the operations and of the search callback. The build
+ * defines it as __stdcall for 32-bit Windows; elsewhere there is one convention only. */
 #ifndef NOTES_ABI_H
 #define NOTES_ABI_H
 
@@ -13,7 +13,7 @@
 #include <stdint.h>
 
 #ifndef NOTES_CALL
-#error "NOTES_CALL, the calling convention of the Notes library, is not defined"
+#define NOTES_CALL
 #endif
 
 typedef uint8_t BYTE;

@@ -1,7 +1,10 @@
-// SYSTEM_CALL, the calling convention of the system's libraries, comes from the build: __stdcall on
-// 32-bit Windows, nothing elsewhere.
+// SYSTEM_CALL, the calling convention of the system's libraries.
 #pragma once
 
 #ifndef SYSTEM_CALL
-#error "SYSTEM_CALL, the calling convention of the system's libraries, is not defined"
+#if defined(_WIN32) && !defined(_WIN64)
+#define SYSTEM_CALL __stdcall
+#else
+#define SYSTEM_CALL
+#endif
 #endif

@@ -9,9 +9,9 @@ const char* exception::what() const noexcept {
   return composed_.c_str();
 }
 
-const char* exception::message() const noexcept { return message_.c_str(); }
+const char* exception::message() const { return message_.c_str(); }
 
-const char* exception::name() const noexcept { return name_.c_str(); }
+const char* exception::name() const { return name_.c_str(); }
 
 void exception::append_name(std::string_view word) {
   if (!name_.empty()) name_ += '.';

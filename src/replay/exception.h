@@ -15,12 +15,13 @@ class exception : public std::exception {
  public:
   explicit exception(const std::string& message) : message_(message) {}
 
-  /// The name, and the message in square brackets behind it. Valid until the next call.
+  /// The name, and the message in square brackets behind it. Valid until the next call. Where there
+  /// is no memory for it the process ends, as the language allows this one no failure.
   const char* what() const noexcept override;
   /// The text given to the constructor; valid as long as the object lives.
-  virtual const char* message() const noexcept;
+  virtual const char* message() const;
   /// The dotted name of the class; valid as long as the object lives.
-  virtual const char* name() const noexcept;
+  virtual const char* name() const;
 
  protected:
   /// Called once by the constructor of each class of the tree, from the root down.

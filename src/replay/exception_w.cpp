@@ -9,24 +9,24 @@ const char* exception_w::what() const noexcept {
   return exception::what();
 }
 
-const char* exception_w::message() const noexcept {
+const char* exception_w::message() const {
   narrow();
   return exception::message();
 }
 
-const char* exception_w::name() const noexcept {
+const char* exception_w::name() const {
   narrow();
   return exception::name();
 }
 
-const char16_t* exception_w::what_w() const noexcept {
+const char16_t* exception_w::what_w() const {
   composed_w_ = name_w_ + u"[" + message_w_ + u"]";
   return composed_w_.c_str();
 }
 
-const char16_t* exception_w::message_w() const noexcept { return message_w_.c_str(); }
+const char16_t* exception_w::message_w() const { return message_w_.c_str(); }
 
-const char16_t* exception_w::name_w() const noexcept { return name_w_.c_str(); }
+const char16_t* exception_w::name_w() const { return name_w_.c_str(); }
 
 void exception_w::append_name_w(std::u16string_view word) {
   if (!name_w_.empty()) name_w_ += u'.';

@@ -9,19 +9,20 @@
 namespace replay {
 
 /// A failure with a wide message. Its narrow texts are conversions of the wide ones to the system's
-/// default code page, made when a narrow text is first asked for.
+/// default code page, made when a narrow text is first asked for. The texts that
+/// are made when asked for raise std::bad_alloc, but for what().
 class exception_w : public exception {
  public:
   explicit exception_w(const std::u16string& message) : exception(""), message_w_(message) {}
 
   const char* what() const noexcept override;
-  const char* message() const noexcept override;
-  const char* name() const noexcept override;
+  const char* message() const override;
+  const char* name() const override;
 
   /// The wide counterparts; each text is zero-terminated and valid as long as the object lives.
-  virtual const char16_t* what_w() const noexcept;
-  virtual const char16_t* message_w() const noexcept;
-  virtual const char16_t* name_w() const noexcept;
+  virtual const char16_t* what_w() const;
+  virtual const char16_t* message_w() const;
+  virtual const char16_t* name_w() const;
 
  protected:
   /// Called once by the constructor of each derived class, from the root down.

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,13 +15,15 @@
 
 namespace replay {
 
-/// Finds one pattern, which is not empty. `Fold` gives the form in which a character of the text is
-/// compared; the pattern is given in that form, and its first character has no other.
+/// Finds one pattern; raises std::invalid_argument for an empty one. `Fold` gives the form in which
+/// a character of the text is compared; the pattern is given in that form, and its first character
+/// has no other.
 template <typename Fold = std::identity>
 class finder {
  public:
   explicit finder(std::string pattern, Fold fold = {})
       : pattern_(std::move(pattern)), borders_(pattern_.size(), 0), fold_(fold) {
+    if (pattern_.empty()) throw std::invalid_argument("finder: the pattern is empty");
     for (std::size_t at = 1, matched = 0; at < pattern_.size(); ++at) {
       matched = extended(matched, pattern_[at]);
       borders_[at] = matched;

@@ -35,6 +35,7 @@ std::int32_t leading_integer(const Text& text) {
 }  // namespace
 
 std::int32_t variant::as_integer() const {
+  // A state of the type that no assignment brings about, as none of a text can fail midway.
   if (value_.valueless_by_exception()) throw generic("as_integer() failed");
   return std::visit(
       [](const auto& value) -> std::int32_t {

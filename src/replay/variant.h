@@ -24,8 +24,7 @@ class variant {
 
   /// The value as an integer: 0 for nothing, a number truncated toward zero, a text by the decimal
   /// number that it begins with, 0 if it begins with none. What 32 bits cannot hold becomes the
-  /// nearest value that they can; a number that is none becomes 0. Raises generic if the value was
-  /// lost in an assignment that failed.
+  /// nearest value that they can; a number that is none becomes 0.
   std::int32_t as_integer() const;
 
  private:

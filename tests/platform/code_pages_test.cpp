@@ -14,7 +14,7 @@
 namespace platform {
 namespace {
 
-constexpr bool hasIconv = std::filesystem::path::preferred_separator == '/';
+constexpr bool isNative = std::filesystem::path::preferred_separator == '/';
 
 // A result, or nothing and the error number.
 template <typename Text>
@@ -34,8 +34,8 @@ Outcome<std::string> encoded(std::uint32_t page, std::u16string_view text, bool*
 
 TEST(CodePages, TextsConvertAsMeasured) {
   auto rows = test::rowsOf("platform/conversions.txt", 4);
-  if (hasIconv) {
-    for (const auto& row : test::rowsOf("platform/iconv_conversions.txt", 4)) rows.push_back(row);
+  if (isNative) {
+    for (const auto& row : test::rowsOf("platform/native_conversions.txt", 4)) rows.push_back(row);
   }
   for (const auto& [where, fields] : rows) {
     SCOPED_TRACE(where);

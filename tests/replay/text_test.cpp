@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "replay/internet/xml_value.h"
+#include "replay/internet/web_request.h"
 #include "replay/md5.h"
 #include "replay/unicode.h"
 #include "replay/variant.h"
@@ -37,7 +37,7 @@ std::string result_of(const std::string& function, const std::string& argument,
     return unicode::to_narrow(test::wide(text), std::stoi(argument), function == "strictly");
   }
   if (function == "value")
-    return internet::scan_value(text, argument, out) ? "= " + out : "none" + out;
+    return internet::WebRequest::scan_value(text, argument, out) ? "= " + out : "none" + out;
   if (function == "split") {
     for (const std::string& token : split(text, argument)) out += ' ' + token;
   } else if (function == "url") {

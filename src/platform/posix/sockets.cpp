@@ -68,9 +68,12 @@ int receiveBytes(SocketHandle socket, char* bytes, int count, int flags) {
   return received >= 0 ? static_cast<int>(received) : failAsSystem();
 }
 
+// A socket that outlives the library is refused as any other, and is gone all the same: where the
+// library closes them with its last stop, nothing is left to leak.
 int closeSocket(SocketHandle socket) {
+  const int result = ::close(descriptorOf(socket));
   if (!isSocketLibraryStarted()) return failed;
-  return ::close(descriptorOf(socket)) == 0 ? 0 : failAsSystem();
+  return result == 0 ? 0 : failAsSystem();
 }
 
 int setOption(SocketHandle socket, int level, int option, const char* value, int length) {

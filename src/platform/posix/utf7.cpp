@@ -16,6 +16,7 @@ bool isBetween(char16_t unit, char16_t first, char16_t last) {
 }
 
 bool isDirect(char16_t unit) {
+  // A zero is direct to Windows; "~" and "\", which other encoders leave as they are, are not.
   constexpr std::u16string_view others(u"'(),-./:? \t\r\n\0", 14);
   return isBetween(unit, u'A', u'Z') || isBetween(unit, u'a', u'z') ||
          isBetween(unit, u'0', u'9') || others.find(unit) != std::u16string_view::npos;
@@ -94,6 +95,8 @@ class Decoder {
   Conversion finish() const { return out_.result(); }
 
  private:
+  // "+" is a digit within a run and opens none there: "++-" is the digit 62, whose bits make no
+  // unit.
   void addBits(unsigned value) {
     runIsEmpty_ = false;
     bits_ = bits_ << 6 | value;
@@ -103,7 +106,9 @@ class Decoder {
     out_.put(bits_ >> bitCount_);
   }
 
-  // For a byte that is itself, which it is outside a run as well.
+  // For a byte that is itself, which it is outside a run as well. Windows forgets the left-over
+  // bits of a run when an ASCII byte ends it, but keeps them for the next run behind "+-" and
+  // behind a byte above 127, so that they open that run's first unit; this does as Windows does.
   void endRun(char byte) {
     const bool closes = inRun_ && byte == '-';
     const auto unit = static_cast<unsigned char>(byte);

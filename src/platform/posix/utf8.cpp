@@ -34,7 +34,10 @@ class Bytes {
  public:
   explicit Bytes(std::string_view text) : text_(text) {}
   char32_t lead() const { return static_cast<unsigned char>(text_[0]); }
-  bool continues(std::size_t i) const { return (static_cast<unsigned char>(text_[i]) >> 6) == 2; }
+  // The end of the text breaks a sequence as any other byte does.
+  bool continues(std::size_t i) const {
+    return i < text_.size() && (static_cast<unsigned char>(text_[i]) >> 6) == 2;
+  }
   char32_t payload(std::size_t i) const { return static_cast<unsigned char>(text_[i]) & 0x3FU; }
 
  private:
@@ -51,12 +54,10 @@ char32_t threeByteCharacter(std::string_view text) {
 }
 
 Sequence malformedThreeBytes(std::string_view text) {
-  if (text.size() < 3) return malformed(text.size());
   return malformed(Bytes(text).continues(1) ? 2 : 1);
 }
 
 Sequence decodeFourBytes(std::string_view text) {
-  if (text.size() < 4) return malformed(text.size());
   const Bytes bytes(text);
   if (!bytes.continues(1)) return malformed(1);
   const char32_t start = (bytes.lead() & 0x07) << 6 | bytes.payload(1);
@@ -73,7 +74,7 @@ Sequence decodeSequence(std::string_view text) {
   if (lead < 0xC2 || lead > 0xF4) return malformed(1);
   if (lead >= 0xF0) return decodeFourBytes(text);
   if (lead >= 0xE0) return malformedThreeBytes(text);
-  if (text.size() < 2 || !bytes.continues(1)) return malformed(1);
+  if (!bytes.continues(1)) return malformed(1);
   return {(lead & 0x1F) << 6 | bytes.payload(1), 2, true};
 }
 

@@ -14,7 +14,6 @@ constexpr std::size_t block_size = sizeof(block);
 // The place of the first line end in the sixteen bytes, or block_size. Bytes in registers stand in
 // the order of memory only on a little-endian machine.
 std::size_t find_in_block(const char* bytes) {
-  static_assert(std::endian::native == std::endian::little);
   block values;
   std::memcpy(&values, bytes, block_size);
   const block found = (values == '\r') | (values == '\n');
@@ -28,9 +27,11 @@ std::size_t find_in_block(const char* bytes) {
 }  // namespace
 
 std::size_t find_line_end(std::string_view bytes, std::size_t from) {
-  for (; from + block_size <= bytes.size(); from += block_size) {
-    const std::size_t found = find_in_block(bytes.data() + from);
-    if (found != block_size) return from + found;
+  if constexpr (std::endian::native == std::endian::little) {
+    for (; from + block_size <= bytes.size(); from += block_size) {
+      const std::size_t found = find_in_block(bytes.data() + from);
+      if (found != block_size) return from + found;
+    }
   }
   while (from < bytes.size() && !is_line_end(bytes[from])) ++from;
   return from;

@@ -6,6 +6,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "replay/internet/byte_order.h"
 
@@ -152,11 +153,10 @@ struct name_buffer {
 // another pass may tell anything new.
 int add_host(const char* node, const query& wanted, addrinfo** result) {
   constexpr int most_passes = 16;
-  name_buffer names[2];
-  names[0].assign(node);
+  name_buffer last;
+  name_buffer current;
+  last.assign(node);
   for (int pass = 1;; ++pass) {
-    const name_buffer& last = names[(pass + 1) % 2];
-    name_buffer& current = names[pass % 2];
     const platform::hostent* const host = sockets.gethostbyname(node);
     if (host == nullptr) return error_of_host_lookup();
     const int error = add_addresses(wanted, *host, result);
@@ -168,6 +168,7 @@ int add_host(const char* node, const query& wanted, addrinfo** result) {
       return is_named && !set_canonical_name(**result, name) ? wsa::not_enough_memory : 0;
     }
     if (name.empty() || name == last.text || pass == most_passes) return wsa::no_recovery;
+    std::swap(last, current);
   }
 }
 

@@ -83,9 +83,9 @@ void base::read_line(std::string& line) {
     fill();
     end = find_line_end(read_queue_.view(), end);
   }
-  const std::string_view waiting = read_queue_.view();
-  const char terminator = waiting[end];
-  line.assign(waiting.data(), end);
+  const std::string_view received = read_queue_.view();
+  const char terminator = received[end];
+  line.assign(received.data(), end);
   read_queue_.remove(end + 1);
   if (read_queue_.empty()) {
     try {
@@ -99,17 +99,20 @@ void base::read_line(std::string& line) {
   if (is_line_end(next) && next != terminator) read_queue_.remove(1);
 }
 
-void base::read(std::size_t maximum, std::string& bytes) {
+std::string_view base::waiting(std::size_t maximum) {
   if (read_queue_.empty()) fill();
-  bytes.clear();
-  append(maximum, bytes);
+  return read_queue_.view().substr(0, maximum);
+}
+
+void base::read(std::size_t maximum, std::string& bytes) {
+  bytes.assign(waiting(maximum));
+  read_queue_.remove(bytes.size());
 }
 
 void base::read_some(std::string& bytes) { read(std::string::npos, bytes); }
 
 std::size_t base::append(std::size_t maximum, std::string& bytes) {
-  if (read_queue_.empty()) fill();
-  const std::string_view taken = read_queue_.view().substr(0, maximum);
+  const std::string_view taken = waiting(maximum);
   const std::size_t count = taken.size();
   bytes.append(taken);
   read_queue_.remove(count);

@@ -187,6 +187,9 @@ class base : public transport::base {
   byte_queue& read_queue() { return read_queue_; }
 
  private:
+  // What the next read may take, at most `maximum` bytes and at least one; waits for it.
+  std::string_view waiting(std::size_t maximum);
+
   byte_queue write_queue_;
   byte_queue read_queue_;
 };

@@ -15,16 +15,24 @@ namespace {
 namespace wsa = platform::wsa;
 using stream = tcp::base;
 
-// A cell of the table: raises its class with the message given.
-using cell = void (*)(const char* message);
+// A cell of the table: raises its class for the operation of that name and its error.
+using cell = void (*)(const char* operation, int error);
 
 template <typename Failure>
-[[noreturn]] void raise(const char* message) {
-  throw Failure(message);
+[[noreturn]] void raise(const char* operation, int /*error*/) {
+  throw Failure(format("%s() failed", operation));
 }
 
-constexpr cell other = nullptr;  // generic, with the number in its message
-void ignored(const char* /*message*/) {}
+[[noreturn]] void other(const char* operation, int error) {
+  throw generic(format("%s() returned status 0x%.8x", operation, static_cast<unsigned>(error)));
+}
+
+void ignored(const char* /*operation*/, int /*error*/) {}
+
+// An aborted connection has the receiving side's message when sending, too.
+[[noreturn]] void abort_sent(const char* /*operation*/, int error) {
+  raise<stream::connection_aborted>("recv", error);
+}
 
 constexpr cell interrupted = raise<operation_interrupted>;
 constexpr cell no_socket = raise<not_a_socket>;
@@ -59,7 +67,7 @@ constexpr row rows[] = {
     {wsa::enetdown,          {{not_ready, not_ready,   not_ready,   not_ready,   not_ready,  not_ready}}},
     {wsa::enetunreach,       {{other,     no_network,  other,       other,       other,      other}}},
     {wsa::enetreset,         {{other,     other,       reset,       reset,       other,      other}}},
-    {wsa::econnaborted,      {{other,     other,       aborted,     aborted,     other,      other}}},
+    {wsa::econnaborted,      {{other,     other,       aborted,     abort_sent,  other,      other}}},
     {wsa::econnreset,        {{other,     other,       reset,       reset,       other,      other}}},
     {wsa::enotconn,          {{other,     other,       failed,      failed,      other,      other}}},
     {wsa::eshutdown,         {{other,     other,       closed,      closed,      other,      other}}},
@@ -84,14 +92,7 @@ cell cell_of(int error, std::size_t column) {
 void raise_last_error(operation failed_operation) {
   const int error = platform::sockets.WSAGetLastError();
   const auto column = static_cast<std::size_t>(failed_operation);
-  const cell raise_failure = cell_of(error, column);
-  if (raise_failure == other) {
-    throw generic(
-        format("%s() returned status 0x%.8x", names.at(column), static_cast<unsigned>(error)));
-  }
-  // An aborted connection has the receiving side's message when sending, too.
-  const bool is_aborted_send = failed_operation == operation::send && error == wsa::econnaborted;
-  raise_failure(format("%s() failed", is_aborted_send ? "recv" : names.at(column)).c_str());
+  cell_of(error, column)(names.at(column), error);
 }
 
 }  // namespace replay::internet::transport

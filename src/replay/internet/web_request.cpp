@@ -3,7 +3,6 @@
 #include "replay/internet/environment.h"
 #include "replay/internet/http.h"
 #include "replay/internet/transport.h"
-#include "replay/internet/xml_value.h"
 #include "replay/text.h"
 
 namespace replay::internet {
@@ -22,19 +21,18 @@ std::string query_of(const std::map<std::string, std::string>& parameters) {
 }
 
 http::response response_to(const std::string& url) {
-  using error = WebRequest::WebRequestError;
   try {
     return http::get(http::request(url));
   } catch (const http::aborted&) {
-    throw error(u"HTTP-error: Connection aborted.");
+    throw WebRequest::WebRequestError(u"HTTP-error: Connection aborted.");
   } catch (const http::closed&) {
-    throw error(u"HTTP-error: Connection closed.");
+    throw WebRequest::WebRequestError(u"HTTP-error: Connection closed.");
   } catch (const http::invalid_response&) {
-    throw error(u"HTTP-error: Invalid response.");
+    throw WebRequest::WebRequestError(u"HTTP-error: Invalid response.");
   } catch (const address::generic&) {
-    throw error(u"HTTP-error: Could not resolve hostname.");
+    throw WebRequest::WebRequestError(u"HTTP-error: Could not resolve hostname.");
   } catch (const transport::generic&) {
-    throw error(u"HTTP-error: Connection failed.");
+    throw WebRequest::WebRequestError(u"HTTP-error: Connection failed.");
   }
 }
 
@@ -49,16 +47,6 @@ void WebRequest::execute() {
   raw_body = std::move(response.body);
   body = raw_body;
   for (const char* const dropped : {"\r", "\n", "\t"}) replace_all(body, dropped, "");
-}
-
-std::string WebRequest::value(std::string_view path) const {
-  std::string found;
-  scan_value(body, path, found);
-  return found;
-}
-
-bool WebRequest::scan_value(std::string_view document, std::string_view path, std::string& out) {
-  return internet::scan_value(document, path, out);
 }
 
 }  // namespace replay::internet

@@ -32,7 +32,14 @@ class WebRequest {
   /// path is not found. Raises std::out_of_range as that does.
   std::string value(std::string_view path) const;
 
-  /// scan_value() of xml_value.h.
+  /// A forward scan of the text, made for documents whose form is known: it does not validate,
+  /// knows no depth, and takes whatever follows a "<" for a tag. Finds the elements that `path`
+  /// names, separated by ".", each somewhere behind the one before it, and sets `out` to the text
+  /// between the last one's tag and the next tag, its five predefined entities resolved. A name is
+  /// compared without regard to case and as a beginning: "item" takes "<itemlist>" as well. Gives
+  /// false, and leaves `out` alone, where the path is not found or has no names. Raises
+  /// std::out_of_range where nothing follows the last tag or it has no end. Takes time in
+  /// proportion to document and path.
   static bool scan_value(std::string_view document, std::string_view path, std::string& out);
 
   std::string base_url;  ///< With a path, if there are parameters: up to where the query begins.

@@ -1,4 +1,4 @@
-#include "replay/internet/xml_value.h"
+// Reading one value out of a small XML document without building a tree.
 
 #include <array>
 #include <cstddef>
@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "replay/finder.h"
+#include "replay/internet/web_request.h"
 #include "replay/text.h"
 
 namespace replay::internet {
@@ -36,7 +37,8 @@ class lower_case {
   std::array<char, 256> table_{};
 };
 
-// Where the name of the first such tag at or behind `from` begins, or npos.
+// A closing tag is never the one wanted, as its "/" stands where the name would begin. Gives where
+// the name of the first such tag at or behind `from` begins, or npos.
 std::size_t find_tag(std::string_view document, std::string_view name, std::size_t from,
                      const lower_case& fold) {
   if (name.starts_with('<')) return std::string_view::npos;  // of a run, the last "<" opens the tag
@@ -53,16 +55,22 @@ std::string_view text_behind(std::string_view document, std::size_t from) {
 
 }  // namespace
 
-bool scan_value(std::string_view document, std::string_view path, std::string& out) {
+std::string WebRequest::value(std::string_view path) const {
+  std::string found;
+  scan_value(body, path, found);
+  return found;
+}
+
+bool WebRequest::scan_value(std::string_view document, std::string_view path, std::string& out) {
   const std::vector<std::string> names = split(path, ".");
   if (names.empty()) return false;
   const lower_case fold;
-  std::size_t position = 0;
+  std::size_t pos = 0;
   for (const std::string& name : names) {
-    position = find_tag(document, name, position, fold);
-    if (position == std::string_view::npos) return false;
+    pos = find_tag(document, name, pos, fold);
+    if (pos == std::string_view::npos) return false;
   }
-  std::string value(text_behind(document, position));
+  std::string value(text_behind(document, pos));
   for (const auto& [name, character] : entities) replace_all(value, name, character);
   out = std::move(value);
   return true;

@@ -58,7 +58,8 @@ TEST(PosixSockets, EachCallOutsideAnEnvironmentFails) {
   EXPECT_TRUE(failureOf([] { ip4("127.0.0.1", 80); }).starts_with(notReady));
   EXPECT_TRUE(failureOf([] { std::ignore = ip4().name(2); }).starts_with(notReady));
   const environment started;
-  EXPECT_EQ(sockets.closesocket(socket), 0) << "the socket was closed";
+  EXPECT_EQ(sockets.closesocket(socket), -1) << "the refused call did not close the socket";
+  EXPECT_EQ(sockets.WSAGetLastError(), 10038);
 }
 
 TEST(PosixSockets, ConnectionCarriesBytesAndEachRefusalHasItsNumber) {
