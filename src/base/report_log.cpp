@@ -15,8 +15,8 @@ namespace {
 
 constexpr int importantLevel = 0;
 constexpr int verboseLevel = 4;
-constexpr std::int64_t ordinaryFileSize = 500'000;
-constexpr std::int64_t verboseFileSize = 1'000'000;
+constexpr std::int32_t ordinaryFileSize = 500'000;
+constexpr std::int32_t verboseFileSize = 1'000'000;
 constexpr std::size_t timeStampSize = 256;
 
 // Empty if the text needs more than 255 characters.
@@ -68,6 +68,7 @@ bool ReportLog::open() {
     }
     return false;
   }
+  openedFileName_ = fileName_;
   if (level_ >= importantLevel) {
     refreshTimeStamp();
     writeFileForm(u"STARTING LOG");
@@ -91,7 +92,7 @@ void ReportLog::writeLine(const std::u16string& text, bool toConsole, bool toFil
 void ReportLog::refreshTimeStamp() { timeStamp_ = formattedLocalTime(timeFormat_); }
 
 void ReportLog::writeConsoleForm(const std::u16string& text) const {
-  platform::printLine(timeStamp_ + u"   " + logName_ + u": " + text);
+  platform::printWideLine(timeStamp_ + u"   " + logName_ + u": " + text);
 }
 
 void ReportLog::writeFileForm(const std::u16string& text) {
@@ -100,8 +101,8 @@ void ReportLog::writeFileForm(const std::u16string& text) {
     open();
     return;
   }
+  failed_ = failed_ || !startOverAtLimit();
   if (failed_) return;
-  startOverAtLimit();
   const auto [bytes, complete] =
       toFileBytes(timeStamp_ + u"\t(" + numberToText(platform::processNumber()) + u":" +
                   numberToText(platform::threadNumber()) + u")\t" + text + u"\n");
@@ -109,18 +110,21 @@ void ReportLog::writeFileForm(const std::u16string& text) {
   failed_ = !written || !complete;
 }
 
-// What lies behind the lines at the top stays: the file is not shortened.
-void ReportLog::startOverAtLimit() {
-  if (file_.position() >= maxFileSize_) file_.moveTo(0);
+// What lies behind the lines at the top stays: the file is not shortened. False if the system does
+// not tell where the file stands.
+bool ReportLog::startOverAtLimit() {
+  const std::int64_t position = file_.position();
+  if (position >= maxFileSize_) return file_.moveTo(0);
+  return position >= 0;
 }
 
 void writeReportFirst(ReportLog& report, bool toConsole, const std::u16string& text) {
   if (report.isEnabled(ordinaryLevel)) report.write(text);
-  if (toConsole) platform::printLine(text);
+  if (toConsole) platform::printWideLine(text);
 }
 
 void writeConsoleFirst(ReportLog& report, bool toConsole, const std::u16string& text) {
-  if (toConsole) platform::printLine(text);
+  if (toConsole) platform::printWideLine(text);
   if (report.isEnabled(ordinaryLevel)) report.write(text);
 }
 

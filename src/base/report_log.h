@@ -40,27 +40,28 @@ class ReportLog {
 
   void writeLine(const std::u16string& text, bool toConsole, bool toFile, int level);
 
-  /// The full name of the file that was last tried.
+  /// The full name of the file that was last tried, and of the last that opened.
   std::u16string fileName() const { return fileName_; }
+  std::u16string openedFileName() const { return openedFileName_; }
 
  private:
   void refreshTimeStamp();
   void writeConsoleForm(const std::u16string& text) const;
   void writeFileForm(const std::u16string& text);
-  void startOverAtLimit();
+  bool startOverAtLimit();
 
   std::u16string directory_;
   std::u16string logName_;
   std::u16string extension_;
   std::u16string logPrefix_;
   std::u16string timeFormat_;
+  std::u16string openedFileName_;
   std::u16string fileName_;
   bool echoToConsole_;
   platform::OutputFile file_;
   bool failed_ = false;  // the file is open and takes nothing more
   std::u16string timeStamp_;
-  std::int64_t
-      maxFileSize_;  // bytes on the disk at which the next line goes to the top of the file
+  std::int32_t maxFileSize_;  // bytes on the disk at which the next line goes to the top
   int level_;
 };
 

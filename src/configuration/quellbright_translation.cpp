@@ -18,10 +18,10 @@ constexpr const char* languageProfile = "qblanguage";
 
 // An entry without "=" is a key of its whole length, and its own text: the position behind no "="
 // is the start.
-std::u16string keyOf(const std::u16string& entry) { return entry.substr(0, entry.find(u'=')); }
-std::u16string textOf(const std::u16string& entry) { return entry.substr(entry.find(u'=') + 1); }
+std::u16string entryKey(const std::u16string& entry) { return entry.substr(0, entry.find(u'=')); }
+std::u16string entryText(const std::u16string& entry) { return entry.substr(entry.find(u'=') + 1); }
 
-std::u16string readText(const NsfDbConnection& connection, const std::string& section,
+std::u16string findText(const NsfDbConnection& connection, const std::string& section,
                         const std::u16string& key, const std::u16string& fallback) {
   const ProfileNoteHandle profile(connection, languageProfile);
   const NsfNote note(profile.handle());
@@ -29,17 +29,9 @@ std::u16string readText(const NsfDbConnection& connection, const std::string& se
   std::vector<std::u16string> entries;
   note.getTextList(section, entries, true);
   for (const std::u16string& entry : entries) {
-    if (keyOf(entry) == key) return textOf(entry);
+    if (entryKey(entry) == key) return entryText(entry);
   }
   return fallback;
-}
-
-std::u16string lookUp(const std::string& section, const std::u16string& key,
-                      const std::u16string& fallback) {
-  NsfDbConnection connection(notes::configurationDatabase);
-  std::u16string text = readText(connection, section, key, fallback);
-  connection.close();
-  return text;
 }
 
 }  // namespace
@@ -47,19 +39,21 @@ std::u16string lookUp(const std::string& section, const std::u16string& key,
 std::u16string QuellbrightTranslation::translate(const std::string& section,
                                                  const std::u16string& key,
                                                  const std::u16string& fallback) {
-  using Error = QuellbrightTranslationError;
   try {
-    return lookUp(section, key, fallback);
+    NsfDbConnection connection(notes::configurationDatabase);
+    std::u16string text = findText(connection, section, key, fallback);
+    connection.close();
+    return text;
   } catch (const notes::DominoApiTools::DominoApiError& error) {
-    throw Error(u"Domino API Error: " + error.message());
+    throw QuellbrightTranslationError(u"Domino API Error: " + error.message());
   } catch (const ProfileNoteHandle::ProfileNoteHandleError& error) {
-    throw Error(u"ProfileNote error" + error.message());
+    throw QuellbrightTranslationError(u"ProfileNote error" + error.message());
   } catch (const NsfDbConnection::DbConnectionError& error) {
-    throw Error(u"DbConnection error: " + error.message());
+    throw QuellbrightTranslationError(u"DbConnection error: " + error.message());
   } catch (const NsfNote::NsfNoteInvalidItemType& error) {
-    throw Error(u"Nsf Note error: " + error.message());
+    throw QuellbrightTranslationError(u"Nsf Note error: " + error.message());
   } catch (const NsfNote::NsfNoteItemNotPresent& error) {
-    throw Error(u"Could not find section: " + error.message());
+    throw QuellbrightTranslationError(u"Could not find section: " + error.message());
   }
 }
 

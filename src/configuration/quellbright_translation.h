@@ -18,7 +18,8 @@ class QuellbrightTranslation {
   };
 
   /// The text of `key` in `section`, or `fallback` where there is none. Of two entries with one key
-  /// the first counts. Raises QuellbrightTranslationError.
+  /// the first counts. Raises QuellbrightTranslationError, and NsfNoteError as it is where a
+  /// section is a single text that is gone when it is read.
   static std::u16string translate(const std::string& section, const std::u16string& key,
                                   const std::u16string& fallback);
 };

@@ -27,7 +27,7 @@ NUMBER numberOrNotSet(const NsfNote& note, const char* item) {
   return note.hasValue(item) ? note.getNumber(item) : notSet;
 }
 
-std::u16string keyOf(const NsfNote& note, NUMBER action, NUMBER colour) {
+std::u16string filterKey(const NsfNote& note, NUMBER action, NUMBER colour) {
   if (colour == notSet) return {};
   if (action == byEmail) return note.getTextOrEmpty("filter_email");
   if (action == byDomain) return note.getTextOrEmpty("filter_domain");
@@ -39,7 +39,7 @@ SenderFilterNote readItems(const NsfNote& note) {
   filter.originalInput = note.getTextOrEmpty("original_input");
   filter.action = numberOrNotSet(note, "filter_email_or_domain");
   filter.colour = numberOrNotSet(note, "filter_black_or_white");
-  filter.key = keyOf(note, filter.action, filter.colour);
+  filter.key = filterKey(note, filter.action, filter.colour);
   return filter;
 }
 
@@ -68,20 +68,29 @@ void SenderFilterCache::refresh(bool& reloaded, std::int64_t now) {
 }
 
 void SenderFilterCache::load() {
-  loadErrors_.clear();
-  filters_.clear();
   try {
+    loadErrors_.clear();
+    filters_.clear();
     search();
+    hasErrors_ = !loadErrors_.empty();
+  } catch (const SenderFilterCacheInternalError& error) {
+    throw SenderFilterCacheError(error.message());
+  }
+}
+
+void SenderFilterCache::search() {
+  try {
+    runSearch();
   } catch (const DominoApiError& error) {
-    throw SenderFilterCacheError(u"Could not complete search: " + error.message());
+    throw SenderFilterCacheInternalError(u"Could not complete search: " + error.message());
   } catch (const NsfDbConnection::DbConnectionError& error) {
-    throw SenderFilterCacheError(
+    throw SenderFilterCacheInternalError(
         u"Could not complete search - could not open or close database-connection: " +
         error.message());
   }
 }
 
-void SenderFilterCache::search() {
+void SenderFilterCache::runSearch() {
   NsfDbConnection connection(notes::configurationDatabase);
   // The compiled formula is not freed: it stays with the library until the end of its use.
   FORMULAHANDLE formula = 0;
@@ -89,26 +98,37 @@ void SenderFilterCache::search() {
   if (status != 0) {
     throw DominoApiError(u"Could not compile searchFormula: " + errorText(status));
   }
-  status = notes::searchNotes(connection.handle(), formula, nullptr,
-                              [this](NOTEID id) { visitNote(id); });
+  status = notes::searchNotes(connection.handle(), formula, nullptr, [this](NOTEID id) {
+    addFilter(id);
+    return 0;
+  });
   if (status != 0) throw DominoApiError(u"Search failed" + errorText(status));
   connection.close();
 }
 
-void SenderFilterCache::visitNote(NOTEID id) {
+// A note of no use does not end the search.
+void SenderFilterCache::addFilter(NOTEID id) {
   try {
-    readNote(id);
+    loadFilter(id);
+  } catch (const SenderFilterCacheInternalError& error) {
+    loadErrors_.push_back(error.message());
+  }
+}
+
+void SenderFilterCache::loadFilter(NOTEID id) {
+  try {
+    readFilter(id);
   } catch (const NsfNote::NsfNoteError& error) {
-    loadErrors_.push_back(u"NsfNote-error: " + error.message());
+    throw SenderFilterCacheInternalError(u"NsfNote-error: " + error.message());
   } catch (const DominoApiError& error) {
-    loadErrors_.push_back(u"Domino API-error: " + error.message());
+    throw SenderFilterCacheInternalError(u"Domino API-error: " + error.message());
   } catch (const NsfDbConnection::DbConnectionError& error) {
-    loadErrors_.push_back(u"DbConnection error: " + error.message());
+    throw SenderFilterCacheInternalError(u"DbConnection error: " + error.message());
   }
 }
 
 // An entry counts although its note does not close.
-void SenderFilterCache::readNote(NOTEID id) {
+void SenderFilterCache::readFilter(NOTEID id) {
   NsfDbConnection connection(notes::configurationDatabase);
   NOTEHANDLE note = 0;
   STATUS status = notes::NSFNoteOpen(connection.handle(), id, 0, &note);
@@ -145,7 +165,19 @@ void SenderFilterCache::print(std::u16string& out, unsigned indent) const {
   for (const auto& [key, colour] : filters_) {
     out += prefix;
     out += key;
-    out += colour == Colour::black ? u":Black" : u":White";
+    out += u":";
+    out += printWord(colour);
+  }
+}
+
+const char16_t* SenderFilterCache::printWord(Colour colour) {
+  switch (colour) {
+    case Colour::black:
+      return u"Black";
+    case Colour::white:
+      return u"White";
+    default:
+      return u"None";
   }
 }
 

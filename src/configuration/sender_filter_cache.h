@@ -30,6 +30,12 @@ class SenderFilterCache {
     using Error::Error;
   };
 
+  /// A failure within a load, which is a load error or the reason of a SenderFilterCacheError.
+  class SenderFilterCacheInternalError : public base::Error {
+   public:
+    using Error::Error;
+  };
+
   /// A load is due once `refreshSeconds` have passed since the last.
   explicit SenderFilterCache(std::int32_t refreshSeconds) : refreshSeconds_(refreshSeconds) {}
 
@@ -44,21 +50,25 @@ class SenderFilterCache {
 
   /// What the last load could not use, a message for each note.
   const std::vector<std::u16string>& loadErrors() const { return loadErrors_; }
-  bool hasErrors() const { return !loadErrors_.empty(); }
+  bool hasErrors() const { return hasErrors_; }
 
  private:
   void load();
   void search();
-  void visitNote(NOTEID id);
-  void readNote(NOTEID id);
+  void runSearch();
+  void addFilter(NOTEID id);
+  void loadFilter(NOTEID id);
+  void readFilter(NOTEID id);
   void enter(const SenderFilterNote& filter);
 
-  enum class Colour { black, white };
+  enum class Colour { black, white, none };
+  static const char16_t* printWord(Colour colour);
 
   std::map<std::u16string, Colour> filters_;  // by address or domain, exactly as stored
   std::int32_t refreshSeconds_;
   std::int64_t lastLoad_ = 0;  // seconds since 1970
   std::vector<std::u16string> loadErrors_;
+  bool hasErrors_ = false;  // that of the last load that reached its end
 };
 
 }  // namespace configuration

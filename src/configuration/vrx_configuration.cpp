@@ -15,6 +15,7 @@ namespace {
 using base::numberToText;
 using notes::NsfDbConnection;
 using notes::NsfNote;
+using notes::DominoApiTools::DominoApiError;
 using notes::DominoApiTools::errorText;
 
 void lowerAscii(std::u16string& text) {
@@ -39,6 +40,10 @@ std::vector<std::int32_t> numbersOf(DecodingTable<std::u16string, std::int32_t>&
   return result;
 }
 
+VRXConfiguration::ConfigurationError unreadableItem(const base::Error& error) {
+  return VRXConfiguration::ConfigurationError(u"Could not read item: " + error.message());
+}
+
 }  // namespace
 
 void VRXConfiguration::initialise() {
@@ -61,7 +66,8 @@ void VRXConfiguration::initialise() {
                       "X-MimeOLE"};
   mailProcesses = {u"nsmtp.exe"};
   routerProcess = u"nrouter.exe";
-  // The line is made while both of its parts are still empty, and mail servers get it like that.
+  // The line is made while both of its parts are still empty: the add-on's own default is the bare
+  // blank and line end.
   rejectLine = rejectCode + " " + rejectText + "\r\n";
   setNumbers();
   setTexts();
@@ -114,10 +120,9 @@ void VRXConfiguration::refresh(bool& reloaded, std::int64_t now) {
     reloaded = true;
     connection.close();
   } catch (const NsfDbConnection::DbConnectionError& error) {
-    throw ConfigurationError(
-        u"Could not open or read configuration database \"QBConf.nsf\". Check that the file "
-        u"exists: " +
-        error.message());
+    throw ConfigurationError(std::u16string(u"Could not open or read configuration database \"") +
+                             notes::configurationDatabaseWide +
+                             u"\". Check that the file exists: " + error.message());
   } catch (const ConfigurationError& error) {
     throw ConfigurationError(u"Configuration load failed: " + error.message());
   }
@@ -141,48 +146,49 @@ void VRXConfiguration::readActiveConfiguration() {
 }
 
 void VRXConfiguration::searchActiveNotes(DBHANDLE db) {
-  STATUS compiled = 0;
-  STATUS searched = 0;
-  {
-    notes::OwnedFormula formula;
-    compiled = notes::compileFormula(R"(SELECT ActiveConfiguration ="Yes")", formula.handle);
-    if (compiled == 0) {
-      searched = notes::searchNotes(db, formula.handle, "Configurations",
-                                    [this](NOTEID id) { visitNote(id); });
-    }
+  notes::OwnedFormula formula;
+  const char16_t* failure = u"Could not compile configuration-search-formula: ";
+  STATUS status = notes::compileFormula(R"(SELECT ActiveConfiguration ="Yes")", formula.handle);
+  if (status == 0) {
+    failure = u"Could not complete search for configuration: ";
+    status = notes::searchNotes(db, formula.handle, "Configurations",
+                                [this](NOTEID id) { return readActiveNote(id); });
   }
-  // The formula is given back before the library is asked for words.
-  if (compiled != 0) {
-    throw ConfigurationError(u"Could not compile configuration-search-formula: " +
-                             errorText(compiled));
-  }
-  if (searched != 0) {
-    throw ConfigurationError(u"Could not complete search for configuration: " +
-                             errorText(searched));
-  }
+  // Given back before the library is asked for words.
+  formula.free();
+  if (status != 0) throw ConfigurationError(failure + errorText(status));
 }
 
 // A note that does not open reads as one without items, so that its rows show the defaults; one
 // that does not close has been read all the same.
-void VRXConfiguration::visitNote(NOTEID id) {
+STATUS VRXConfiguration::readActiveNote(NOTEID id) {
   NsfDbConnection connection(notes::configurationDatabase);
   NOTEHANDLE note = 0;
   notes::NSFNoteOpen(connection.handle(), id, 0, &note);
-  readNote(note);
+  const STATUS status = readNote(note);
   notes::NSFNoteClose(note);
   connection.close();
+  return status;
 }
 
-void VRXConfiguration::readNote(NOTEHANDLE handle) {
+STATUS VRXConfiguration::readNote(NOTEHANDLE handle) {
   const NsfNote note(handle);
   ItemReader items(note, reportRows);
   items.readText("ConfigurationName", u"Default", configurationName, u"ConfigurationName");
   readSpam(items);
   readLanguageFilter(items);
-  readUpdates(items);
-  readComponents(items);
+  // Where these cannot be read, their rows are missing, and nothing else says so.
+  try {
+    readUpdates(items);
+  } catch (const ConfigurationError&) {  // NOLINT(bugprone-empty-catch)
+  }
+  try {
+    readComponents(items);
+  } catch (const ConfigurationError&) {  // NOLINT(bugprone-empty-catch)
+  }
   readLogLevel(items);
   noteRead = true;
+  return 0;
 }
 
 // "medium", the default, is no key of the tables: its number is 0 and its name empty.
@@ -219,13 +225,17 @@ void VRXConfiguration::convertLanguages() {
   }
 }
 
-// Days that a note before this one had stay, with their rows, where this one says nothing. Where it
-// has something that cannot be read, the rows are missing.
+// Days that a note before this one had stay, with their rows, where this one says nothing.
 void VRXConfiguration::readUpdates(ItemReader& items) {
   try {
     readUpdateItems(items.note());
-  } catch (const NsfNote::NsfNoteError&) {
-    return;
+  } catch (const DominoApiError& error) {
+    updateDays.clear();
+    throw unreadableItem(error);
+  } catch (const NsfNote::DominoApiError& error) {
+    throw unreadableItem(error);
+  } catch (const NsfNote::NsfNoteError& error) {
+    throw unreadableItem(error);
   }
   if (updateDays.empty()) return;
   items.addRow(u"Update day(s)", namesOf(tables.dayNames, updateDays));
@@ -238,26 +248,29 @@ void VRXConfiguration::readUpdateItems(const NsfNote& note) {
   if (!note.hasValue(dayItem) || !note.hasValue(timeItem)) return;
   std::vector<std::u16string> days;
   note.getTextList(dayItem, days, true);
-  TIME time{};
-  time.GM = note.getTime(timeItem);
-  if (notes::TimeGMToLocal(&time) != 0) {
-    updateDays.clear();
-    return;
-  }
+  const TIMEDATE time = note.getTime(timeItem);
   updateDays = numbersOf(tables.dayNumbers, days);
-  updateHour = time.hour;
+  updateHour = notes::DominoApiTools::timeToParts(time).hour;
 }
 
 void VRXConfiguration::readComponents(ItemReader& items) {
-  std::vector<std::u16string> wanted;
   try {
-    items.note().getTextList("wanted_updates", wanted, true);
-  } catch (const NsfNote::NsfNoteError&) {
-    return;
+    readComponentItem(items.note());
+  } catch (const DominoApiError& error) {
+    throw unreadableItem(error);
+  } catch (const NsfNote::DominoApiError& error) {
+    throw unreadableItem(error);
+  } catch (const NsfNote::NsfNoteError& error) {
+    throw unreadableItem(error);
   }
-  wantedUpdates = numbersOf(tables.componentKeys, wanted);
   if (wantedUpdates.empty() || updateDays.empty()) return;
   items.addRow(u"Components to update", namesOf(tables.componentNames, wantedUpdates));
+}
+
+void VRXConfiguration::readComponentItem(const NsfNote& note) {
+  std::vector<std::u16string> wanted;
+  note.getTextList("wanted_updates", wanted, true);
+  wantedUpdates = numbersOf(tables.componentKeys, wanted);
 }
 
 void VRXConfiguration::readLogLevel(ItemReader& items) {

@@ -3,8 +3,8 @@
 // Defaults come first; the active notes of the configuration database, usually one, then override
 // those fields that have an item, in the order in which the library delivers the notes. Reading is
 // tolerant: an item that is missing or not readable never stops the load, and the rows of the
-// report show what is in use. Many fields are defaults alone; they are what the add-on's other
-// modules are compiled with.
+// report show what is in use. Fields named spare, flag, timing and the like stand unread: they are
+// the settings of the add-on's other modules, and this is the one place that tells their defaults.
 //
 // To add an item: a field, a call of a reader in readNote or one of its steps, and with it the
 // label of its row.
@@ -21,7 +21,7 @@
 
 namespace configuration {
 
-// One object, whose fields stand in the order of their subjects.
+// One object, whose fields keep the add-on's own order, whatever room that costs.
 // NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding)
 class VRXConfiguration {
  public:
@@ -105,14 +105,15 @@ class VRXConfiguration {
   void setTexts();
   void readActiveConfiguration();
   void searchActiveNotes(DBHANDLE db);
-  void visitNote(NOTEID id);
-  void readNote(NOTEHANDLE handle);
+  STATUS readActiveNote(NOTEID id);
+  STATUS readNote(NOTEHANDLE handle);
   void readSpam(ItemReader& items);
   void readLanguageFilter(ItemReader& items);
   void convertLanguages();
   void readUpdates(ItemReader& items);
   void readUpdateItems(const notes::NsfNote& note);
   void readComponents(ItemReader& items);
+  void readComponentItem(const notes::NsfNote& note);
   void readLogLevel(ItemReader& items);
 };
 

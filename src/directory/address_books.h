@@ -38,6 +38,7 @@ class AddressBooks {
   void addNamesNsf();
   void addListed(HANDLE block, WORD count);
 
+  std::u16string searchServer_;  // shown where it is set, which no search of the program does
   std::vector<AddressBook> books_;
   std::vector<std::u16string> messages_;
 };

@@ -3,69 +3,74 @@
 #include "base/text.h"
 #include "notes/api.h"
 #include "notes/domino_api_tools.h"
+#include "notes/library_text.h"
 #include "notes/nsf_db_connection.h"
-#include "notes/text_buffer.h"
 
 namespace directory {
 namespace {
 
 using notes::NsfDbConnection;
 using notes::NsfNote;
+using notes::DominoApiTools::DominoApiError;
+using notes::DominoApiTools::DominoApiToolsError;
 using notes::DominoApiTools::errorText;
-using Error = DirectoryEntry::DirectoryEntryError;
 
 std::u16string titleOf(DBHANDLE db) {
-  notes::TextBuffer<NOTES_DBINFO_SIZE> info{};
+  notes::TextBuffer<NOTES_DBINFO_SIZE> info;
   const STATUS status = notes::NSFDbInfoGet(db, info.data());
-  if (status != 0) throw Error(u"Could not read dbtitle: " + errorText(status));
-  notes::TextBuffer<NOTES_TITLE_SIZE> title{};
+  if (status != 0) throw DominoApiError(errorText(status));
+  notes::TextBuffer<NOTES_TITLE_SIZE> title;
   notes::NSFDbInfoParse(info.data(), INFOPARSE_TITLE, title.data(), NOTES_TITLE_SIZE);
   return base::toWideFromUtf7(title.data());
-}
-
-std::u16string replicaIdOf(DBHANDLE db) {
-  try {
-    return notes::DominoApiTools::replicaId(db);
-  } catch (const notes::DominoApiTools::DominoApiToolsError& error) {
-    throw Error(u"Could not read replicaId: " + error.message());
-  }
 }
 
 }  // namespace
 
 DirectoryEntry::DirectoryEntry(const NsfNote& note) {
   try {
-    type_ = note.getTextOrEmpty("Type");
-    if (type_ == u"Person") {
-      readPerson(note);
-    } else if (type_ == u"Database") {
-      readDatabase(note);
-    } else if (type_.empty()) {
-      throw Error(u"Directory Type not set.");
-    } else {
-      throw Error(u"Unknown directory-entry type: " + type_);
-    }
+    readItems(note);
+  } catch (const DirectoryEntryError& error) {
+    fail(error);
+    throw;
   } catch (const NsfNote::NsfNoteError& error) {
-    throw Error(u"Could not read directory entry: " + error.message());
+    throw DirectoryEntryError(u"Could not read directory entry: " + error.message());
+  }
+}
+
+void DirectoryEntry::fail(const DirectoryEntryError& error) {
+  status_ = error.message();
+  readyForImport_ = false;
+}
+
+void DirectoryEntry::readItems(const NsfNote& note) {
+  type_ = note.getTextOrEmpty("Type");
+  if (type_ == u"Person") {
+    readPerson(note);
+  } else if (type_ == u"Database") {
+    readDatabase(note);
+  } else if (type_.empty()) {
+    throw DirectoryEntryError(u"Directory Type not set.");
+  } else {
+    throw DirectoryEntryError(u"Unknown directory-entry type: " + type_);
   }
 }
 
 void DirectoryEntry::readPerson(const NsfNote& note) {
   readMailFile(note);
-  std::vector<std::u16string> names;
+  std::vector<std::u16string> fullNames;
   try {
-    note.getTextList("FullName", names, true);
+    note.getTextList("FullName", fullNames, true);
   } catch (const NsfNote::NsfNoteError& error) {
-    throw Error(u"Note error: " + error.message());
+    throw DirectoryEntryError(u"Note error: " + error.message());
   }
-  for (const std::u16string& name : names) fullName_ += name;
+  for (const std::u16string& name : fullNames) fullName_ += name;
 }
 
 void DirectoryEntry::readDatabase(const NsfNote& note) {
   try {
     readMailFile(note);
   } catch (const NsfNote::NsfNoteError& error) {
-    throw Error(u"Could not read database Directory entry: " + error.message());
+    throw DirectoryEntryError(u"Could not read database Directory entry: " + error.message());
   }
 }
 
@@ -78,22 +83,21 @@ void DirectoryEntry::prepare() {
   try {
     complete();
   } catch (const DirectoryEntryError& error) {
-    status_ = error.message();
-    readyForImport_ = false;
+    fail(error);
     throw;
   }
 }
 
 void DirectoryEntry::complete() {
-  if (filePath_.empty()) throw Error(u"Filepath not set.");
+  if (filePath_.empty()) throw DirectoryEntryError(u"Filepath not set.");
   addExtension();
   const std::string path = networkPath();
   DBHANDLE open = 0;
   const STATUS status =
       notes::NSFDbOpenExtended(path.c_str(), 0, 0, nullptr, &open, nullptr, nullptr);
   if (status != 0) {
-    throw Error(u"NSFDbOpenExtended failed (Path: " + base::toWideFromLocal(path.c_str()) + u"): " +
-                errorText(status));
+    throw DirectoryEntryError(u"NSFDbOpenExtended failed (Path: " +
+                              base::toWideFromLocal(path.c_str()) + u"): " + errorText(status));
   }
   readMailDatabase(open);
 }
@@ -106,22 +110,29 @@ void DirectoryEntry::addExtension() {
 }
 
 std::string DirectoryEntry::networkPath() const {
-  notes::TextBuffer<NOTES_PATH_SIZE> path{};
-  const STATUS status =
-      notes::OSPathNetConstruct(nullptr, base::toStrictUtf8(mailServer_).c_str(),
-                                base::toStrictUtf8(filePath_).c_str(), path.data());
-  if (status != 0) throw Error(u"OSPathNetConstruct failed: " + errorText(status));
+  const std::string filePathNarrow = base::toStrictUtf8(filePath_);
+  const std::string mailServerNarrow = base::toStrictUtf8(mailServer_);
+  notes::TextBuffer<NOTES_PATH_SIZE> path;
+  const STATUS status = notes::OSPathNetConstruct(nullptr, mailServerNarrow.c_str(),
+                                                  filePathNarrow.c_str(), path.data());
+  if (status != 0) {
+    throw DirectoryEntryError(u"OSPathNetConstruct failed: " + errorText(status));
+  }
   return path.data();
 }
 
 void DirectoryEntry::readMailDatabase(DBHANDLE open) {
   try {
     NsfDbConnection connection(open);
-    replicaId_ = replicaIdOf(connection.handle());
+    replicaId_ = notes::DominoApiTools::replicaId(connection.handle());
     name_ = titleOf(connection.handle());
     connection.close();
+  } catch (const DominoApiToolsError& error) {
+    throw DirectoryEntryError(u"Could not read replicaId: " + error.message());
+  } catch (const DominoApiError& error) {
+    throw DirectoryEntryError(u"Could not read dbtitle: " + error.message());
   } catch (const NsfDbConnection::DbConnectionError& error) {
-    throw Error(u"Could not close dbconnection: " + error.message());
+    throw DirectoryEntryError(u"Could not close dbconnection: " + error.message());
   }
 }
 

@@ -32,6 +32,7 @@ class DirectoryEntry {
   /// All fields with their labels, each on a line that begins with `indent` tabs, behind a title.
   std::u16string print(unsigned indent) const;
 
+  bool readyForImport() const { return readyForImport_; }
   const std::u16string& type() const { return type_; }
   const std::u16string& mailServer() const { return mailServer_; }
   const std::u16string& filePath() const { return filePath_; }
@@ -40,6 +41,8 @@ class DirectoryEntry {
   const std::u16string& name() const { return name_; }
 
  private:
+  void readItems(const notes::NsfNote& note);
+  void fail(const DirectoryEntryError& error);
   void readPerson(const notes::NsfNote& note);
   void readDatabase(const notes::NsfNote& note);
   void readMailFile(const notes::NsfNote& note);
@@ -51,8 +54,9 @@ class DirectoryEntry {
   std::u16string replicaId_;
   std::u16string mailServer_;
   std::u16string filePath_;
-  std::u16string name_;      // the title of the mail file
-  std::u16string fullName_;  // all names of a person, run together
+  std::u16string name_;       // the title of the mail file
+  std::u16string spareText_;  // the add-on's entries have it and leave it empty
+  std::u16string fullName_;   // all names of a person, run together
   std::u16string type_;
   std::u16string status_;
   bool readyForImport_ = true;

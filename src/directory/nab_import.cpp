@@ -53,10 +53,10 @@ void NabImport::loadDirectory() {
     addressBooks_.reset();
     addressBooks_.load(serverName_, useNamesOnly_);
     for (const AddressBook& book : addressBooks_.books()) {
-      readDirectory(entries_, book, EntryKind::person, stepLines_);
-      readDirectory(entries_, book, EntryKind::database, stepLines_);
+      ReadDirectory::readDirectory(entries_, book, ReadDirectory::personType, stepLines_);
+      ReadDirectory::readDirectory(entries_, book, ReadDirectory::databaseType, stepLines_);
     }
-  } catch (const ReadDirectoryError& error) {
+  } catch (const ReadDirectory::ReadDirectoryError& error) {
     stepLines_.push_back(u"ReadDirectoryError: " + error.message());
   } catch (const AddressBooks::AddressBooksError& error) {
     stepLines_.push_back(u"AddressBooksError: " + error.message());
@@ -67,8 +67,14 @@ void NabImport::loadDirectory() {
 
 void NabImport::importBatch() {
   for (std::int32_t count = 0; count < batchSize_ && !entries_.empty(); ++count) {
+    DirectoryEntry& entry = entries_.front();
     try {
-      importEntry(entries_.front());
+      entry.prepare();
+      if (entry.readyForImport()) {
+        importEntry(entry);
+      } else {
+        ++result_.failed;
+      }
     } catch (const DirectoryEntry::DirectoryEntryError& error) {
       result_.messages.push_back(error.message());
     } catch (const NabImportUpdateOrCreateError& error) {
@@ -79,10 +85,10 @@ void NabImport::importBatch() {
   }
 }
 
-void NabImport::importEntry(DirectoryEntry& entry) {
-  entry.prepare();
+void NabImport::importEntry(const DirectoryEntry& entry) {
+  const std::string replicaIdNarrow = base::toStrictUtf8(entry.replicaId());
   try {
-    const NOTEID id = GetUserByReplicaId::find(base::toStrictUtf8(entry.replicaId()));
+    const NOTEID id = GetUserByReplicaId::find(replicaIdNarrow);
     if (simulate_) {
       stepLines_.push_back(entry.print(entryIndent));
     } else {

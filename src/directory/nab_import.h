@@ -25,7 +25,7 @@ struct ImportResult {
   std::int32_t processed = 0;  // entries taken up, the failed ones as well
   std::int32_t created = 0;
   std::int32_t updated = 0;
-  std::int32_t failed = 0;  // stays 0: an entry that fails has a message instead
+  std::int32_t failed = 0;  // not ready and without a message, which no entry is
   std::vector<std::u16string> messages;
 
   std::u16string print(unsigned indent) const;
@@ -70,7 +70,7 @@ class NabImport {
  private:
   void loadDirectory();
   void importBatch();
-  void importEntry(DirectoryEntry& entry);
+  void importEntry(const DirectoryEntry& entry);
   void writeProfile(const DirectoryEntry& entry, NOTEID id);
 
   // In nab_import_writers.cpp.

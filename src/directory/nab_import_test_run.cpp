@@ -16,17 +16,18 @@ constexpr unsigned stepIndent = 2;
 void testNabImport(base::ReportLog& report, bool writeToConsole) {
   std::u16string server;
   documents::currentServerName(server);
-  writeConsoleFirst(report, writeToConsole, u"Testing NabImport.");
+  base::writeConsoleFirst(report, writeToConsole, u"Testing NabImport.");
   if (server.empty()) {
-    writeConsoleFirst(report, writeToConsole, u"No servername found. Stopping NabImport.");
+    base::writeConsoleFirst(report, writeToConsole, u"No servername found. Stopping NabImport.");
     return;
   }
   NAB::NabImport nabImport(batchSize, server, useNamesNsf(), true);
   nabImport.step();
-  writeConsoleFirst(report, writeToConsole, u"LOADING DIRECTORY:\n" + nabImport.print(stepIndent));
+  base::writeConsoleFirst(report, writeToConsole,
+                          u"LOADING DIRECTORY:\n" + nabImport.print(stepIndent));
   while (!nabImport.done()) {
     nabImport.step();
-    writeConsoleFirst(report, writeToConsole, u"IMPORTING:" + nabImport.print(stepIndent));
+    base::writeConsoleFirst(report, writeToConsole, u"IMPORTING:" + nabImport.print(stepIndent));
   }
 }
 

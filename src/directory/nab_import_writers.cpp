@@ -14,19 +14,21 @@ using notes::DominoApiTools::DominoApiError;
 using notes::DominoApiTools::errorText;
 
 void NabImport::createProfile(const DirectoryEntry& entry) {
-  using Error = NabImportCreateError;
   try {
     writeNew(entry);
   } catch (const NsfDbConnection::DbConnectionError& error) {
-    throw Error(u"DBConnection error: " + error.message());
+    throw NabImportCreateError(u"DBConnection error: " + error.message());
   } catch (const NoteHandle::NoteHandleError& error) {
-    throw Error(u"NoteHandle error: " + error.message());
+    throw NabImportCreateError(u"NoteHandle error: " + error.message());
   } catch (const DominoApiError& error) {
-    throw Error(error.message());
+    throw NabImportCreateError(error.message());
   } catch (const NsfNote::DominoApiError& error) {
-    throw Error(error.message());
+    throw NabImportCreateError(error.message());
+  } catch (const DefaultRecipientProfile::DefaultRecipientProfileError& error) {
+    throw NabImportCreateError(u"Could not copy settings from Default Recipient Profile: " +
+                               error.message());
   } catch (const NabImportAddItemError& error) {
-    throw Error(error.message());
+    throw NabImportCreateError(error.message());
   }
 }
 
@@ -47,15 +49,14 @@ void NabImport::writeNew(const DirectoryEntry& entry) {
 }
 
 void NabImport::updateProfile(const DirectoryEntry& entry, NOTEID id) {
-  using Error = NabImportUpdateError;
   try {
     writeExisting(entry, id);
   } catch (const NsfDbConnection::DbConnectionError& error) {
-    throw Error(u"DBConnection error: " + error.message());
+    throw NabImportUpdateError(u"DBConnection error: " + error.message());
   } catch (const NoteHandle::NoteHandleError& error) {
-    throw Error(u"NoteHandle error: " + error.message());
+    throw NabImportUpdateError(u"NoteHandle error: " + error.message());
   } catch (const NabImportAddItemError& error) {
-    throw Error(error.message());
+    throw NabImportUpdateError(error.message());
   }
 }
 

@@ -1,5 +1,6 @@
 #include "directory/read_directory.h"
 
+#include <array>
 #include <optional>
 #include <utility>
 
@@ -17,7 +18,7 @@ using notes::NsfDbConnection;
 using notes::NsfNote;
 using notes::DominoApiTools::errorText;
 
-const char* typeOf(EntryKind kind) { return kind == EntryKind::person ? "Person" : "Database"; }
+constexpr std::array types = {"Person", "Database"};
 
 DirectoryEntry readEntry(const NsfDbConnection& connection, NOTEID id) {
   std::optional<DirectoryEntry> entry;
@@ -29,32 +30,36 @@ DirectoryEntry readEntry(const NsfDbConnection& connection, NOTEID id) {
 }
 
 // An entry whose note does not close is none.
-void visitNote(const NsfDbConnection& connection, NOTEID id, std::deque<DirectoryEntry>& entries,
-               std::vector<std::u16string>& messages) {
+void addEntry(const NsfDbConnection& connection, NOTEID id, std::deque<DirectoryEntry>& entries,
+              std::vector<std::u16string>& messages) {
   try {
     entries.push_back(readEntry(connection, id));
   } catch (const DirectoryEntry::DirectoryEntryError& error) {
     messages.push_back(u"DirectoryEntryError: " + error.message());
   } catch (const NoteHandle::NoteHandleError& error) {
     messages.push_back(u"Notehandle Error: " + error.message());
+  } catch (const NsfNote::NsfNoteError& error) {
+    messages.push_back(u"NsfNote error: " + error.message());
   }
 }
 
 }  // namespace
 
-void readDirectory(std::deque<DirectoryEntry>& entries, const AddressBook& book, EntryKind kind,
-                   std::vector<std::u16string>& messages) {
+void ReadDirectory::readDirectory(std::deque<DirectoryEntry>& entries, const AddressBook& book,
+                                  std::int32_t typeIndex, std::vector<std::u16string>& messages) {
+  const std::string type = types.at(static_cast<std::size_t>(typeIndex));
   try {
     NsfDbConnection connection(book.narrowPath());
     // The compiled formula is not freed: it stays with the library until the end of its use.
     FORMULAHANDLE formula = 0;
-    STATUS status =
-        notes::compileFormula(std::string("SELECT Type=\"") + typeOf(kind) + "\"", formula);
+    STATUS status = notes::compileFormula("SELECT Type=\"" + type + "\"", formula);
     if (status != 0) {
       throw ReadDirectoryError(u"Could not compile searchFormula: " + errorText(status));
     }
-    status = notes::searchNotes(connection.handle(), formula, nullptr,
-                                [&](NOTEID id) { visitNote(connection, id, entries, messages); });
+    status = notes::searchNotes(connection.handle(), formula, nullptr, [&](NOTEID id) {
+      addEntry(connection, id, entries, messages);
+      return 0;
+    });
     if (status != 0) throw ReadDirectoryError(u"Could not complete search" + errorText(status));
     connection.close();
   } catch (const NsfDbConnection::DbConnectionError& error) {

@@ -1,6 +1,7 @@
 // The entries of one kind in one address book.
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <string>
 #include <vector>
@@ -11,18 +12,22 @@
 
 namespace directory {
 
-class ReadDirectoryError : public base::Error {
+class ReadDirectory {
  public:
-  using Error::Error;
+  class ReadDirectoryError : public base::Error {
+   public:
+    using Error::Error;
+  };
+
+  /// The kinds of documents that have a mail file, as places in the table of their types.
+  static constexpr std::int32_t personType = 0;
+  static constexpr std::int32_t databaseType = 1;
+
+  /// Adds an entry for each document of a kind, in the order in which the library delivers them.
+  /// One that cannot be read gives a message instead. Raises ReadDirectoryError; entries read up to
+  /// there stay.
+  static void readDirectory(std::deque<DirectoryEntry>& entries, const AddressBook& book,
+                            std::int32_t typeIndex, std::vector<std::u16string>& messages);
 };
-
-/// The kinds of documents that have a mail file.
-enum class EntryKind { person, database };
-
-/// Adds an entry for each document of a kind, in the order in which the library delivers them. One
-/// that cannot be read gives a message instead. Raises ReadDirectoryError; entries read up to there
-/// stay.
-void readDirectory(std::deque<DirectoryEntry>& entries, const AddressBook& book, EntryKind kind,
-                   std::vector<std::u16string>& messages);
 
 }  // namespace directory

@@ -21,21 +21,31 @@ std::uint32_t countMatches(DBHANDLE db) {
       R"(SELECT @LowerCase(Form) = "qbprofile" & FilterSetting="1")", formula.handle);
   if (status != 0) throw UserCountError(u"Could not compile searchFormula: " + errorText(status));
   std::uint32_t count = 0;
-  status = notes::searchNotes(db, formula.handle, nullptr, [&count](NOTEID) { ++count; });
+  status = notes::searchNotes(db, formula.handle, nullptr, [&count](NOTEID) {
+    ++count;
+    return 0;
+  });
   if (status != 0) throw UserCountError(u"Could not complete search" + errorText(status));
   return count;
 }
 
 NOTEID lastMatch(DBHANDLE db, const std::string& replicaId) {
-  using Error = GetUserByReplicaId::GetUserByReplicaIdError;
   // The compiled formula is not freed: it stays with the library until the end of its use.
   FORMULAHANDLE formula = 0;
   STATUS status = notes::compileFormula(
       R"(SELECT @LowerCase(Form) = "qbprofile" & REPLICAID=")" + replicaId + '"', formula);
-  if (status != 0) throw Error(u"Could not compile searchFormula: " + errorText(status));
+  if (status != 0) {
+    throw GetUserByReplicaId::GetUserByReplicaIdError(u"Could not compile searchFormula: " +
+                                                      errorText(status));
+  }
   NOTEID last = 0;
-  status = notes::searchNotes(db, formula, nullptr, [&last](NOTEID id) { last = id; });
-  if (status != 0) throw Error(u"Search failed" + errorText(status));
+  status = notes::searchNotes(db, formula, nullptr, [&last](NOTEID id) {
+    last = id;
+    return 0;
+  });
+  if (status != 0) {
+    throw GetUserByReplicaId::GetUserByReplicaIdError(u"Search failed" + errorText(status));
+  }
   return last;
 }
 
@@ -58,14 +68,14 @@ NOTEID GetUserByReplicaId::find(const std::string& replicaId) {
     connection.close();
     return id;
   } catch (const NsfDbConnection::DbConnectionError& error) {
-    throw GetUserByReplicaIdError(u"Could not connect to database QBConf.nsf: " + error.message());
+    throw GetUserByReplicaIdError(std::u16string(u"Could not connect to database ") +
+                                  notes::configurationDatabaseWide + u": " + error.message());
   } catch (const GetUserByReplicaIdError& error) {
     throw GetUserByReplicaIdError(u"Could not complete search: " + error.message());
   }
 }
 
 void DefaultRecipientProfile::load() {
-  using Error = DefaultRecipientProfileError;
   try {
     NsfDbConnection connection(notes::configurationDatabase);
     {
@@ -74,16 +84,21 @@ void DefaultRecipientProfile::load() {
     }
     connection.close();
   } catch (const NsfNote::NsfNoteError& error) {
-    throw Error(u"Could not load Default Profile: " + error.message());
+    throw DefaultRecipientProfileError(u"Could not load Default Profile: " + error.message());
   } catch (const ProfileNoteHandle::ProfileNoteHandleError& error) {
-    throw Error(u"Could not open or close Default Profile: " + error.message());
+    throw DefaultRecipientProfileError(u"Could not open or close Default Profile: " +
+                                       error.message());
   } catch (const NsfDbConnection::DbConnectionError& error) {
-    throw Error(u"Could not load Default Profile " + error.message());
+    throw DefaultRecipientProfileError(u"Could not load Default Profile " + error.message());
   }
 }
 
 void DefaultRecipientProfile::copyTo(NsfNote& note) const {
-  note.setText(filterSettingItem, filterSetting_);
+  try {
+    note.setText(filterSettingItem, filterSetting_);
+  } catch (const NsfNote::NsfNoteError& error) {
+    throw DefaultRecipientProfileError(u"Could not copy default profile: " + error.message());
+  }
 }
 
 }  // namespace directory

@@ -42,7 +42,7 @@ class DefaultRecipientProfile {
   /// Raises DefaultRecipientProfileError.
   void load();
 
-  /// Sets the defaults on a note. Raises NsfNote::DominoApiError.
+  /// Sets the defaults on a note. Raises DefaultRecipientProfileError and NsfNote::DominoApiError.
   void copyTo(notes::NsfNote& note) const;
 
  private:

@@ -13,38 +13,48 @@ using notes::NsfDbConnection;
 using notes::NsfNote;
 using notes::DominoApiTools::DominoApiToolsError;
 using notes::DominoApiTools::errorText;
-using Error = CustomerProfile::CustomerProfileError;
 
 constexpr const char* profileName = "qbcustomerprofile";
 constexpr int sectionDepth = 5;
 
-NOTEHANDLE openNote(const NsfDbConnection& connection) {
+NOTEHANDLE openCustomerNote(const NsfDbConnection& connection) {
   NOTEHANDLE note = 0;
   const STATUS status = notes::openProfile(connection.handle(), profileName, std::nullopt, note);
-  if (status != 0) throw Error(u"Could not open Customer profile: " + errorText(status));
+  if (status != 0) {
+    throw CustomerProfile::CustomerProfileError(u"Could not open Customer profile: " +
+                                                errorText(status));
+  }
   return note;
 }
 
-void closeNote(NOTEHANDLE note) {
+void closeCustomerNote(NOTEHANDLE note) {
   const STATUS status = notes::NSFNoteClose(note);
-  if (status != 0) throw Error(u"Could not close profile note: " + errorText(status));
+  if (status == 0) return;
+  throw CustomerProfile::CustomerProfileError(u"Could not close profile note: " +
+                                              errorText(status));
 }
 
 }  // namespace
 
 void CustomerProfile::load() {
-  withProfileErrors<Error>([this] { readNote(); });
+  try {
+    readFields();
+  } catch (const NsfNote::NsfNoteError& error) {
+    throw CustomerProfileError(u"Could not read note-item: " + error.message());
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw CustomerProfileError(u"Could not open database connection: " + error.message());
+  }
 }
 
-void CustomerProfile::readNote() {
+void CustomerProfile::readFields() {
   NsfDbConnection connection(notes::configurationDatabase);
-  const NOTEHANDLE handle = openNote(connection);
+  const NOTEHANDLE handle = openCustomerNote(connection);
   const NsfNote note(handle);
   for (ProfileField* const field : {&organization_, &contact_, &email_, &language_, &dbReplicaId_,
                                     &productPath_, &productVersion_}) {
     field->value = note.getTextOrEmpty(field->item);
   }
-  closeNote(handle);
+  closeCustomerNote(handle);
   connection.close();
 }
 
@@ -61,15 +71,20 @@ std::u16string CustomerProfile::print(int depth) const {
 
 void CustomerProfile::update() {
   try {
-    withProfileErrors<Error>([this] { writeNote(); });
+    writeFields();
   } catch (const DominoApiToolsError& error) {
-    throw Error(u"Could not set dbReplicaId on the customer profile: " + error.message());
+    throw CustomerProfileError(u"Could not set dbReplicaId on the customer profile: " +
+                               error.message());
+  } catch (const NsfNote::DominoApiError& error) {
+    throw CustomerProfileError(u"Could not add text item to note: " + error.message());
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw CustomerProfileError(u"Could not open database connection: " + error.message());
   }
 }
 
-void CustomerProfile::writeNote() {
+void CustomerProfile::writeFields() {
   NsfDbConnection connection(notes::configurationDatabase);
-  const NOTEHANDLE handle = openNote(connection);
+  const NOTEHANDLE handle = openCustomerNote(connection);
   NsfNote note(handle);
   ProfileField* const fields[] = {&organization_,   &contact_,     &email_,
                                   &productVersion_, &productPath_, &language_};
@@ -85,9 +100,11 @@ void CustomerProfile::writeNote() {
     }
   }
   const STATUS status = notes::updateProfile(handle, profileName, std::nullopt);
-  if (status != 0) throw Error(u"Could not update configuration-profile: " + errorText(status));
+  if (status != 0) {
+    throw CustomerProfileError(u"Could not update configuration-profile: " + errorText(status));
+  }
   for (ProfileField* field : fields) field->changed = false;
-  closeNote(handle);
+  closeCustomerNote(handle);
   connection.close();
 }
 

@@ -26,8 +26,8 @@ class CustomerProfile {
   /// The fields with their labels, each on a line that begins with `depth` tabs.
   std::u16string print(int depth) const;
 
-  /// Writes the fields that a setter has changed. A profile without a replica id gets that of the
-  /// server's directory. Raises CustomerProfileError.
+  /// Writes the fields that a setter has changed, but never the replica id of one: a profile whose
+  /// own is empty gets that of the server's directory. Raises CustomerProfileError.
   void update();
 
   void setOrganization(const std::u16string& value) { organization_.set(value); }
@@ -39,8 +39,8 @@ class CustomerProfile {
   void setProductVersion(const std::u16string& value) { productVersion_.set(value); }
 
  private:
-  void readNote();
-  void writeNote();
+  void readFields();
+  void writeFields();
 
   ProfileField organization_{"customer_organization"};
   ProfileField contact_{"customer_contact"};

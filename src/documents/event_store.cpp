@@ -1,5 +1,7 @@
 #include "documents/event_store.h"
 
+#include <array>
+
 #include "base/text.h"
 #include "configuration/quellbright_translation.h"
 #include "documents/server_profile.h"
@@ -22,36 +24,29 @@ using notes::DominoApiTools::DominoApiError;
 using notes::DominoApiTools::DominoApiToolsError;
 using notes::DominoApiTools::errorText;
 
-struct CategoryTexts {
-  const char16_t* internalName;  // the key of the language text
-  const char16_t* displayName;   // shown where there is no language text
-};
+// By the number of the category; the first three numbers are none. The key of its language text,
+// and what is shown where there is no such text.
+constexpr std::array internalNames = {u"",           u"",          u"",
+                                      u"nab_import", u"user_sync", u"software_update"};
+constexpr std::array displayNames = {
+    u"", u"", u"", u"User Import", u"User Synchronization", u"Software Updates"};
 
-CategoryTexts textsOf(EventCategory category) {
-  switch (category) {
-    case EventCategory::nabImport:
-      return {u"nab_import", u"User Import"};
-    case EventCategory::userSync:
-      return {u"user_sync", u"User Synchronization"};
-    case EventCategory::softwareUpdate:
-      return {u"software_update", u"Software Updates"};
-  }
-  return {u"", u""};
-}
+constexpr int eventDepth = 2;
 
-std::u16string categoryText(EventCategory category) {
-  const auto [internalName, displayName] = textsOf(category);
+std::u16string categoryText(std::int32_t category) {
+  const auto number = static_cast<std::size_t>(category);
+  const std::u16string displayName = displayNames.at(number);
   try {
     std::u16string text =
-        QuellbrightTranslation::translate("vrxqbevent", internalName, displayName);
+        QuellbrightTranslation::translate("vrxqbevent", internalNames.at(number), displayName);
     if (!text.empty()) return text;
   } catch (const QuellbrightTranslation::QuellbrightTranslationError&) {
-    // An event without its language text is worth more than none.
+    // Language texts that cannot be reached are no reason to lose the event.
   }
   return displayName;
 }
 
-void writeEvent(const std::u16string& server, EventCategory category,
+void writeEvent(const std::u16string& server, std::int32_t category,
                 const std::u16string& message) {
   NsfDbConnection connection(notes::configurationDatabase);
   NOTEHANDLE created = 0;
@@ -92,18 +87,16 @@ VrxEvent readEvent(NOTEID id) {
 
 void createTestEvents(base::ReportLog& report, bool writeToConsole) {
   const auto fail = [&](const base::Error& error) {
-    writeConsoleFirst(report, writeToConsole, u"Create event error: " + error.message());
+    base::writeConsoleFirst(report, writeToConsole, u"Create event error: " + error.message());
   };
-  writeConsoleFirst(report, writeToConsole, u"Creating quellbright test events.");
+  base::writeConsoleFirst(report, writeToConsole, u"Creating quellbright test events.");
   try {
     std::u16string server;
     currentServerName(server);
-    createEvent(server, EventCategory::nabImport,
-                u"This is a testmessage in the NABImport-category.");
-    createEvent(server, EventCategory::softwareUpdate,
+    createEvent(server, nabImportCategory, u"This is a testmessage in the NABImport-category.");
+    createEvent(server, softwareUpdateCategory,
                 u"This is a testmessage in the softwareupdate-category.");
-    createEvent(server, EventCategory::userSync,
-                u"This is a testmessage in the Usersync-category.");
+    createEvent(server, userSyncCategory, u"This is a testmessage in the Usersync-category.");
   } catch (const CreateEventError& error) {
     fail(error);
   } catch (const DominoApiToolsError& error) {
@@ -111,10 +104,10 @@ void createTestEvents(base::ReportLog& report, bool writeToConsole) {
   } catch (const DominoApiError& error) {
     fail(error);
   }
-  writeConsoleFirst(report, writeToConsole, u"Done creating quellbright test events.");
+  base::writeConsoleFirst(report, writeToConsole, u"Done creating quellbright test events.");
 }
 
-void createEvent(const std::u16string& server, EventCategory category,
+void createEvent(const std::u16string& server, std::int32_t category,
                  const std::u16string& message) {
   try {
     writeEvent(server, category, message);
@@ -132,17 +125,18 @@ void createEvent(const std::u16string& server, EventCategory category,
 }
 
 void showEvents(base::ReportLog& report, bool writeToConsole) {
-  writeConsoleFirst(report, writeToConsole, u"Testing Get VRX events:");
+  base::writeConsoleFirst(report, writeToConsole, u"Testing Get VRX events:");
   try {
     std::vector<VrxEvent> events;
     getVrxEvents(events);
     for (const VrxEvent& event : events) {
-      writeConsoleFirst(report, writeToConsole, eventLine(event));
+      base::writeConsoleFirst(report, writeToConsole, eventLine(event, eventDepth));
     }
   } catch (const GetVrxEventsError& error) {
-    writeConsoleFirst(report, writeToConsole, u"Error Testing Get VRX events: " + error.message());
+    base::writeConsoleFirst(report, writeToConsole,
+                            u"Error Testing Get VRX events: " + error.message());
   }
-  writeConsoleFirst(report, writeToConsole, u"Done Testing Get VRX events.");
+  base::writeConsoleFirst(report, writeToConsole, u"Done Testing Get VRX events.");
 }
 
 void getVrxEvents(std::vector<VrxEvent>& events) {
@@ -180,7 +174,7 @@ void loadEvent(NOTEID id, std::vector<VrxEvent>& events) {
   }
 }
 
-std::u16string eventLine(const VrxEvent& event) {
+std::u16string eventLine(const VrxEvent& event, int /*depth*/) {
   return event.reported + u" [" + event.categoryText + u"] " + event.eventText;
 }
 

@@ -29,8 +29,10 @@ class InsertVrxEventError : public base::Error {
   using Error::Error;
 };
 
-/// The categories, by the number that is stored on the note.
-enum class EventCategory : std::uint8_t { nabImport = 3, userSync = 4, softwareUpdate = 5 };
+/// The categories, as the numbers that are stored on the notes.
+inline constexpr std::int32_t nabImportCategory = 3;
+inline constexpr std::int32_t userSyncCategory = 4;
+inline constexpr std::int32_t softwareUpdateCategory = 5;
 
 /// One event as it was read.
 struct VrxEvent {
@@ -41,8 +43,9 @@ struct VrxEvent {
 
 void createTestEvents(base::ReportLog& report, bool writeToConsole);
 
-/// Writes one event. Raises CreateEventError.
-void createEvent(const std::u16string& server, EventCategory category,
+/// Writes one event. Raises CreateEventError, and std::out_of_range for a number above those of
+/// the categories.
+void createEvent(const std::u16string& server, std::int32_t category,
                  const std::u16string& message);
 
 void showEvents(base::ReportLog& report, bool writeToConsole);
@@ -54,7 +57,7 @@ void getVrxEvents(std::vector<VrxEvent>& events);
 /// Adds one event. Raises InsertVrxEventError.
 void loadEvent(NOTEID id, std::vector<VrxEvent>& events);
 
-/// The line that shows an event.
-std::u16string eventLine(const VrxEvent& event);
+/// The line that shows an event. It has no indent, whatever the depth.
+std::u16string eventLine(const VrxEvent& event, int depth);
 
 }  // namespace documents

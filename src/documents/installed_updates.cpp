@@ -80,13 +80,13 @@ std::u16string InstalledUpdates::print(int depth) const {
 }
 
 void showInstalledUpdates(base::ReportLog& report, bool writeToConsole) {
-  writeConsoleFirst(report, writeToConsole, u"SEARCHING FOR INSTALLED UPDATES...");
+  base::writeConsoleFirst(report, writeToConsole, u"SEARCHING FOR INSTALLED UPDATES...");
   try {
     InstalledUpdates updates;
     updates.load();
-    writeConsoleFirst(report, writeToConsole, updates.print(sectionDepth));
+    base::writeConsoleFirst(report, writeToConsole, updates.print(sectionDepth));
   } catch (const InstalledUpdates::InstalledUpdatesError& error) {
-    writeConsoleFirst(report, writeToConsole, error.message());
+    base::writeConsoleFirst(report, writeToConsole, error.message());
   }
 }
 

@@ -12,38 +12,48 @@ namespace {
 
 using notes::NsfDbConnection;
 using notes::NsfNote;
-using Error = ServerProfileDocument::ServerProfileDocumentError;
 
 constexpr const char* profileName = "qbserverprofile";
 constexpr int sectionDepth = 5;
 
-NOTEHANDLE openNote(const NsfDbConnection& connection, const std::string& server) {
+NOTEHANDLE openServerNote(const NsfDbConnection& connection, const std::string& server) {
   NOTEHANDLE note = 0;
   const STATUS status = notes::openProfile(connection.handle(), profileName, server, note);
-  if (status != 0) throw Error(u"Could not open server profile document.");
+  if (status != 0) {
+    throw ServerProfileDocument::ServerProfileDocumentError(
+        u"Could not open server profile document.");
+  }
   return note;
 }
 
-void closeNote(NOTEHANDLE note) {
-  if (notes::NSFNoteClose(note) != 0) throw Error(u"Could not close server profile document.");
+void closeServerNote(NOTEHANDLE note) {
+  if (notes::NSFNoteClose(note) == 0) return;
+  throw ServerProfileDocument::ServerProfileDocumentError(
+      u"Could not close server profile document.");
 }
 
 }  // namespace
 
 void ServerProfileDocument::load() {
-  withProfileErrors<Error>([this] { readNote(); });
+  try {
+    readFields();
+  } catch (const NsfNote::NsfNoteError& error) {
+    throw ServerProfileDocumentError(u"Could not read note-item: " + error.message());
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw ServerProfileDocumentError(u"Could not open database connection: " + error.message());
+  }
 }
 
-void ServerProfileDocument::readNote() {
+void ServerProfileDocument::readFields() {
   NsfDbConnection connection(notes::configurationDatabase);
   if (serverName_.value.empty()) currentServerName(serverName_.value);
-  const NOTEHANDLE handle = openNote(connection, base::toStrictUtf8(serverName_.value));
+  const NOTEHANDLE handle = openServerNote(connection, base::toStrictUtf8(serverName_.value));
   const NsfNote note(handle);
   for (ProfileField* const field :
        {&serverName_, &dominoVersion_, &scanningEngineVersion_, &vrxVersion_}) {
     if (note.hasValue(field->item)) field->value = note.getText(field->item);
   }
-  closeNote(handle);
+  closeServerNote(handle);
   connection.close();
 }
 
@@ -57,13 +67,19 @@ std::u16string ServerProfileDocument::print(int depth) const {
 }
 
 void ServerProfileDocument::update() {
-  withProfileErrors<Error>([this] { writeNote(); });
+  try {
+    writeFields();
+  } catch (const NsfNote::DominoApiError& error) {
+    throw ServerProfileDocumentError(u"Could not add text item to note: " + error.message());
+  } catch (const NsfDbConnection::DbConnectionError& error) {
+    throw ServerProfileDocumentError(u"Could not open database connection: " + error.message());
+  }
 }
 
-void ServerProfileDocument::writeNote() {
+void ServerProfileDocument::writeFields() {
   NsfDbConnection connection(notes::configurationDatabase);
   const std::string server = base::toStrictUtf8(serverName_.value);
-  const NOTEHANDLE handle = openNote(connection, server);
+  const NOTEHANDLE handle = openServerNote(connection, server);
   NsfNote note(handle);
   ProfileField* const fields[] = {&serverName_, &dominoVersion_, &scanningEngineVersion_,
                                   &vrxVersion_};
@@ -71,10 +87,10 @@ void ServerProfileDocument::writeNote() {
     if (field->changed) note.setText(field->item, field->value);
   }
   if (notes::updateProfile(handle, profileName, server) != 0) {
-    throw Error(u"Could not update server profile document.");
+    throw ServerProfileDocumentError(u"Could not update server profile document.");
   }
   for (ProfileField* field : fields) field->changed = false;
-  closeNote(handle);
+  closeServerNote(handle);
   connection.close();
 }
 

@@ -36,8 +36,8 @@ class ServerProfileDocument {
   void setVrxVersion(const std::u16string& value) { vrxVersion_.set(value); }
 
  private:
-  void readNote();
-  void writeNote();
+  void readFields();
+  void writeFields();
 
   ProfileField serverName_{"server_name"};
   ProfileField dominoVersion_{"domino_version"};

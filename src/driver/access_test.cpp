@@ -17,8 +17,8 @@ void testAccess(const configuration::VRXConfiguration& configuration,
     testLog.close();
     outcome = u": Succes!";
   }
-  writeReportFirst(report, writeToConsole,
-                   u"ACCESS TO QUELLBRIGHTDIRECTORY: " + testLog.fileName() + outcome);
+  base::writeReportFirst(report, writeToConsole,
+                         u"ACCESS TO QUELLBRIGHTDIRECTORY: " + testLog.fileName() + outcome);
 }
 
 }  // namespace driver

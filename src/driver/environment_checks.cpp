@@ -4,6 +4,7 @@
 
 #include "base/paths.h"
 #include "notes/domino_api_tools.h"
+#include "notes/nsf_db_connection.h"
 
 namespace driver {
 namespace {
@@ -28,9 +29,12 @@ std::map<std::string, std::string> environmentChecks() {
 
 std::vector<std::u16string> checkedFiles(const std::u16string& executableDirectory,
                                          const std::u16string& dataDirectory) {
-  return {executableDirectory + u"qbse.dll",     executableDirectory + u"qbsg.dll",
-          executableDirectory + u"nqbschd.exe",  executableDirectory + u"qbsmtp.dll",
-          executableDirectory + u"qbrouter.dll", dataDirectory + u"\\QBConf.nsf",
+  return {executableDirectory + u"qbse.dll",
+          executableDirectory + u"qbsg.dll",
+          executableDirectory + u"nqbschd.exe",
+          executableDirectory + u"qbsmtp.dll",
+          executableDirectory + u"qbrouter.dll",
+          dataDirectory + u"\\" + notes::configurationDatabaseWide,
           dataDirectory + u"\\QBConf002.ntf"};
 }
 

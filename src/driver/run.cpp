@@ -31,42 +31,48 @@ namespace {
 
 namespace DominoApiTools = notes::DominoApiTools;
 using base::ReportLog;
+using base::writeReportFirst;
 using configuration::SenderFilterCache;
 using configuration::VRXConfiguration;
-using platform::printLine;
+using platform::printNarrowLine;
+using platform::printWideLine;
 
 constexpr const char* notesLibrary = "nnotes.dll";
 constexpr int sectionIndent = 5;
 
 void printUsage(const char* programName) {
-  printLine(std::string("Syntax: ") + programName + " <path to domino> [stdout]");
-  printLine(
+  printNarrowLine(std::string("Syntax: ") + programName + " <path to domino> [stdout]");
+  printNarrowLine(
       "The tool will create a diagnostic-file named VRX-DIAGNOSTIC<date>.log placed in the "
       "quellbright-folder in the data-directory.");
-  printLine(
+  printNarrowLine(
       "If the optional parameter \"stdout\" is given after the <path to domino>, output will also "
       "be written to stdout.");
 }
 
-// Brings the Notes library up, with its own folder as the current directory. False, after a line on
-// the console, if that fails.
-bool startNotes(int argc, char** argv) {
+// Loads the Notes library from its own folder, which becomes the current directory. False, after a
+// line on the console, if that fails.
+bool loadNotes(const char* programDirectory) {
   // A folder that is not there shows as a library that is not.
-  platform::changeDirectory(argv[1]);
+  platform::changeDirectory(programDirectory);
   if (!base::fileExists(base::toWideFromLocal(notesLibrary))) {
-    printLine("Unable to find nnotes.dll.");
+    printNarrowLine("Unable to find nnotes.dll.");
     return false;
   }
   if (!notes::loadNotesLibrary(notesLibrary)) {
-    printLine("Unable to load nnotes.dll.");
-    return false;
-  }
-  const STATUS status = notes::NotesInitExtended(argc, argv);
-  if (status != 0) {
-    printLine("Could not initialize notes: " + DominoApiTools::errorTextNarrow(status) + ".");
+    printNarrowLine("Unable to load nnotes.dll.");
     return false;
   }
   return true;
+}
+
+// Initialises the library with the arguments of the process, which it may change. False, after a
+// line on the console, if that fails.
+bool initialiseNotes(int argc, char** argv) {
+  const STATUS status = notes::NotesInitExtended(argc, argv);
+  if (status == 0) return true;
+  printNarrowLine("Could not initialize notes: " + DominoApiTools::errorTextNarrow(status) + ".");
+  return false;
 }
 
 void reportEnvironment(ReportLog& report, bool writeToConsole) {
@@ -92,8 +98,8 @@ void reportProfiles(ReportLog& report, bool writeToConsole) {
     report.write(documents::serverProfileText());
   }
   if (writeToConsole) {
-    printLine(documents::customerProfileText());
-    printLine(documents::serverProfileText());
+    printWideLine(documents::customerProfileText());
+    printWideLine(documents::serverProfileText());
   }
 }
 
@@ -137,27 +143,28 @@ void reportSenderFilter(ReportLog& report, bool writeToConsole) {
 // On the console only.
 void showSimulatedPath() {
   const directory::AddressBook book(directory::namesNsf);
-  printLine(u"Parsed simulated path for \"names.nsf\":" + book.describe());
+  printWideLine(u"Parsed simulated path for \"names.nsf\":" + book.describe());
 }
 
 }  // namespace
 
 ExitStatus run(int argc, char** argv) {
   platform::prepareProcess();
-  printLine("Quellbright Domino Module Diagnostics version 0.0.1.6b");
+  printNarrowLine("Quellbright Domino Module Diagnostics version 0.0.1.6b");
   if (argc < 2) {
     printUsage(argc > 0 ? argv[0] : "");
     return ExitStatus::notStarted;
   }
-  if (!startNotes(argc, argv)) return ExitStatus::notStarted;
+  if (!loadNotes(argv[1])) return ExitStatus::notStarted;
   const bool writeToConsole = argc > 2 && std::strcmp(argv[2], "stdout") == 0;
+  if (!initialiseNotes(argc, argv)) return ExitStatus::notStarted;
 
   // Without a folder of its own the report lands at the root of the current drive.
   const std::u16string reportDirectory = makeLogFolder(DominoApiTools::dataDirectory(), u"");
   ReportLog report(reportDirectory, u"Quellbright-DIAGNOSTIC-", u".log", u"VRX-DIAGNOSTIC",
                    u"%d-%m-%Y %H:%M:%S", base::ordinaryLevel, false);
   report.open();
-  printLine(u"Output from diagnostic is written to: " + report.fileName());
+  printWideLine(u"Output from diagnostic is written to: " + report.fileName());
 
   reportEnvironment(report, writeToConsole);
   reportFiles(report, writeToConsole);

@@ -2,8 +2,8 @@
 
 #include "base/text.h"
 #include "notes/api.h"
+#include "notes/library_text.h"
 #include "notes/nsf_db_connection.h"
-#include "notes/text_buffer.h"
 #include "replay/text.h"
 
 namespace notes::DominoApiTools {
@@ -26,7 +26,7 @@ std::u16string errorText(STATUS status) {
 }
 
 std::string errorTextNarrow(STATUS status) {
-  TextBuffer<NOTES_ERROR_TEXT_SIZE> text{};
+  TextBuffer<NOTES_ERROR_TEXT_SIZE> text;
   OSLoadString(nullptr, status & NOTES_ERROR_MASK, text.data(), NOTES_ERROR_TEXT_SIZE);
   return text.data();
 }
@@ -72,8 +72,17 @@ void timeDateFromText(const std::string& text, TIMEDATE& time) {
   if (status != 0) throw DominoApiError(u"Could not create TIMEDATE: " + errorText(status));
 }
 
+TIME timeToParts(const TIMEDATE& time) {
+  TIME parts{};
+  parts.GM = time;
+  if (TimeGMToLocal(&parts) != 0) {
+    throw DominoApiError(u"Could not convert binary date-format into it's individual components");
+  }
+  return parts;
+}
+
 bool readEnvironment(const std::string& name, std::string& value) {
-  TextBuffer<NOTES_ENVIRONMENT_SIZE> buffer{};
+  TextBuffer<NOTES_ENVIRONMENT_SIZE> buffer;
   const BOOL known = OSGetEnvironmentString(name.c_str(), buffer.data(), NOTES_ENVIRONMENT_SIZE);
   value = buffer.data();
   return known != 0;
@@ -87,13 +96,13 @@ bool readEnvironmentWide(const std::string& name, std::u16string& value) {
 }
 
 std::u16string dataDirectory() {
-  TextBuffer<NOTES_PATH_SIZE> buffer{};
+  TextBuffer<NOTES_PATH_SIZE> buffer;
   OSGetDataDirectory(buffer.data());
   return base::toWideFromLocal(buffer.data());
 }
 
 std::u16string executableDirectory() {
-  TextBuffer<NOTES_PATH_SIZE> buffer{};
+  TextBuffer<NOTES_PATH_SIZE> buffer;
   OSGetExecutableDirectory(buffer.data());
   return base::toWideFromUtf7(buffer.data());
 }

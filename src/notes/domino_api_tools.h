@@ -38,6 +38,9 @@ std::u16string directoryReplicaId();
 /// server's own settings are. Raises DominoApiError.
 void timeDateFromText(const std::string& text, TIMEDATE& time);
 
+/// The parts of a moment in the server's local time. Raises DominoApiError.
+TIME timeToParts(const TIMEDATE& time);
+
 /// Read a notes.ini variable, cut to 255 bytes. False if there is none of that name; the value is
 /// then what the library leaves, which is nothing.
 bool readEnvironment(const std::string& name, std::string& value);

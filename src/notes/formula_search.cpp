@@ -6,6 +6,7 @@
 
 #include "notes/api.h"
 #include "notes/domino_api_tools.h"
+#include "notes/library_text.h"
 #include "notes/nsf_db_connection.h"
 
 namespace notes {
@@ -18,7 +19,7 @@ using DominoApiTools::errorText;
 constexpr STATUS endOfSearch = 1;
 
 struct Visitor {
-  const std::function<void(NOTEID)>& visit;
+  const std::function<STATUS(NOTEID)>& visit;
   std::exception_ptr failure;
 };
 
@@ -28,12 +29,11 @@ STATUS NOTES_CALL visitMatch(void* context, SEARCH_MATCH* match, void* /*summary
   auto& visitor = *static_cast<Visitor*>(context);
   if (visitor.failure) return endOfSearch;
   try {
-    visitor.visit(match->ID.NoteID);
+    return visitor.visit(match->ID.NoteID);
   } catch (...) {
     visitor.failure = std::current_exception();
     return endOfSearch;
   }
-  return 0;
 }
 
 void collectNoteIds(const std::string& databaseName, const std::string& formula,
@@ -45,8 +45,10 @@ void collectNoteIds(const std::string& databaseName, const std::string& formula,
   if (status != 0) {
     throw DominoApiError(u"Could not compile searchFormula: " + errorText(status));
   }
-  status = searchNotes(connection.handle(), compiled, nullptr,
-                       [&noteIds](NOTEID id) { noteIds.push_back(id); });
+  status = searchNotes(connection.handle(), compiled, nullptr, [&noteIds](NOTEID id) {
+    noteIds.push_back(id);
+    return 0;
+  });
   if (status != 0) throw DominoApiError(u"Search failed" + errorText(status));
   connection.close();
 }
@@ -73,14 +75,16 @@ NOTEID FormulaSearch::noteId(std::size_t index) const {
 
 STATUS compileFormula(const std::string& formula, FORMULAHANDLE& handle) {
   WORD unused = 0;
-  return NSFFormulaCompile(nullptr, 0, formula.c_str(), static_cast<WORD>(formula.size()), &handle,
-                           &unused, &unused, &unused, &unused, &unused, &unused);
+  return NSFFormulaCompile(nullptr, 0, formula.c_str(), lengthOf(formula), &handle, &unused,
+                           &unused, &unused, &unused, &unused, &unused);
 }
 
-OwnedFormula::~OwnedFormula() { OSMemFree(handle); }
+void OwnedFormula::free() {
+  if (!std::exchange(isFreed_, true)) OSMemFree(handle);
+}
 
 STATUS searchNotes(DBHANDLE db, FORMULAHANDLE formula, const char* viewTitle,
-                   const std::function<void(NOTEID)>& visit) {
+                   const std::function<STATUS(NOTEID)>& visit) {
   Visitor visitor{visit, nullptr};
   const STATUS status =
       NSFSearch(db, formula, viewTitle, 0, NOTE_CLASS_DATA, nullptr, visitMatch, &visitor, nullptr);

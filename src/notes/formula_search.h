@@ -43,19 +43,26 @@ STATUS compileFormula(const std::string& formula, FORMULAHANDLE& handle);
 
 /// A place for a compiled formula that is freed at the end of its scope, also where compiling
 /// failed: only the library knows what it keeps of one.
-struct OwnedFormula {
+class OwnedFormula {
+ public:
   OwnedFormula() = default;
   OwnedFormula(const OwnedFormula&) = delete;
   OwnedFormula& operator=(const OwnedFormula&) = delete;
-  ~OwnedFormula();
+  ~OwnedFormula() { free(); }
+
+  /// Frees it before the end of its scope.
+  void free();
 
   FORMULAHANDLE handle = 0;
+
+ private:
+  bool isFreed_ = false;
 };
 
-/// Calls `visit` with the id of each data note that matches; `viewTitle` may be null. An exception
-/// out of `visit` ends the search and goes on to the caller once the library has returned;
-/// otherwise the result is the library's status.
+/// Calls `visit` with the id of each data note that matches; `viewTitle` may be null. A result of
+/// `visit` other than 0 ends the search, and so does an exception, which goes on to the caller once
+/// the library has returned; otherwise the result is the library's status.
 STATUS searchNotes(DBHANDLE db, FORMULAHANDLE formula, const char* viewTitle,
-                   const std::function<void(NOTEID)>& visit);
+                   const std::function<STATUS(NOTEID)>& visit);
 
 }  // namespace notes

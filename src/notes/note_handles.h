@@ -11,6 +11,7 @@
 
 #include "base/error.h"
 #include "notes/abi.h"
+#include "notes/failure_watch.h"
 #include "notes/nsf_db_connection.h"
 
 namespace notes {
@@ -26,7 +27,7 @@ class NoteHandle {
   NoteHandle(const NsfDbConnection& connection, NOTEID id);
 
   /// Takes over a note that is open already.
-  explicit NoteHandle(NOTEHANDLE open);
+  explicit NoteHandle(NOTEHANDLE open) : hNote_(open) {}
 
   NoteHandle(const NoteHandle&) = delete;
   NoteHandle& operator=(const NoteHandle&) = delete;
@@ -34,12 +35,16 @@ class NoteHandle {
 
   NOTEHANDLE handle() const { return hNote_; }
 
+  /// The status of the last call of the library.
+  STATUS lastStatus() const { return lastStatus_; }
+
   /// Writes the note to its database. Raises NoteHandleError.
   void update();
 
  private:
   NOTEHANDLE hNote_ = 0;
-  int failuresAtConstruction_;
+  STATUS lastStatus_ = 0;
+  FailureWatch failures_;
 };
 
 class ProfileNoteHandle {
@@ -60,9 +65,13 @@ class ProfileNoteHandle {
 
   NOTEHANDLE handle() const { return hNote_; }
 
+  /// The status of the last call of the library.
+  STATUS lastStatus() const { return lastStatus_; }
+
  private:
   NOTEHANDLE hNote_ = 0;
-  int failuresAtConstruction_;
+  STATUS lastStatus_ = 0;
+  FailureWatch failures_;
 };
 
 /// Opens a profile note without owning it, and writes one. Each gives the library's status.

@@ -1,7 +1,5 @@
 #include "notes/nsf_db_connection.h"
 
-#include <exception>
-
 #include "base/text.h"
 #include "notes/api.h"
 #include "notes/domino_api_tools.h"
@@ -10,8 +8,7 @@ namespace notes {
 
 using DominoApiTools::errorText;
 
-NsfDbConnection::NsfDbConnection(const std::string& path)
-    : failuresAtConstruction_(std::uncaught_exceptions()) {
+NsfDbConnection::NsfDbConnection(const std::string& path) {
   const STATUS status = NSFDbOpen(path.c_str(), &hDb_);
   if (status != 0) {
     throw DbConnectionError(u"Could not open the database: " + base::toWideFromLocal(path.c_str()) +
@@ -20,14 +17,11 @@ NsfDbConnection::NsfDbConnection(const std::string& path)
   isOpen_ = true;
 }
 
-NsfDbConnection::NsfDbConnection(DBHANDLE open)
-    : hDb_(open), isOpen_(true), failuresAtConstruction_(std::uncaught_exceptions()) {}
-
 NsfDbConnection::~NsfDbConnection() noexcept(false) {
   try {
     close();
   } catch (const DbConnectionError&) {
-    if (std::uncaught_exceptions() == failuresAtConstruction_) throw;
+    if (!failures_.isUnwinding()) throw;
   }
 }
 

@@ -9,11 +9,14 @@
 
 #include "base/error.h"
 #include "notes/abi.h"
+#include "notes/failure_watch.h"
 
 namespace notes {
 
 /// The database of all the add-on's documents, relative to the Notes data directory.
 inline constexpr const char* configurationDatabase = "QBConf.nsf";
+/// The same name as messages show it.
+inline constexpr const char16_t* configurationDatabaseWide = u"QBConf.nsf";
 
 class NsfDbConnection {
  public:
@@ -26,7 +29,7 @@ class NsfDbConnection {
   explicit NsfDbConnection(const std::string& path);
 
   /// Takes over a database that is open already.
-  explicit NsfDbConnection(DBHANDLE open);
+  explicit NsfDbConnection(DBHANDLE open) : hDb_(open), isOpen_(true) {}
 
   NsfDbConnection(const NsfDbConnection&) = delete;
   NsfDbConnection& operator=(const NsfDbConnection&) = delete;
@@ -46,7 +49,7 @@ class NsfDbConnection {
  private:
   DBHANDLE hDb_ = 0;
   bool isOpen_ = false;
-  int failuresAtConstruction_;
+  FailureWatch failures_;
 };
 
 }  // namespace notes

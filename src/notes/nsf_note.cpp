@@ -6,17 +6,13 @@
 #include "base/text.h"
 #include "notes/api.h"
 #include "notes/domino_api_tools.h"
-#include "notes/text_buffer.h"
+#include "notes/library_text.h"
 
 namespace notes {
 namespace {
 
-using ItemText = TextBuffer<NOTES_ITEM_TEXT_SIZE>;
-
 constexpr char listSeparator = '|';
 constexpr DWORD typeWordSize = 2;
-
-WORD lengthOf(const std::string& text) { return static_cast<WORD>(text.size()); }
 
 std::u16string quoted(const std::string& item) {
   return u"Item \"" + base::toWideFromUtf8(item) + u"\"";
@@ -30,10 +26,6 @@ NsfNote::NsfNoteInvalidItemType notATime(const std::string& item) {
   return NsfNote::NsfNoteInvalidItemType(quoted(item) + u" is not type Time.");
 }
 
-void requireWritten(STATUS status) {
-  if (status != 0) throw NsfNote::DominoApiError(DominoApiTools::errorText(status));
-}
-
 }  // namespace
 
 bool NsfNote::isPresent(const std::string& item) const {
@@ -43,18 +35,17 @@ bool NsfNote::isPresent(const std::string& item) const {
 WORD NsfNote::itemType(const std::string& item) const {
   if (!isPresent(item)) throw NsfNoteItemNotPresent(u"Item is not present in Note.");
   WORD type = 0;
-  const STATUS status =
-      NSFItemInfo(hNote_, item.c_str(), lengthOf(item), nullptr, &type, nullptr, nullptr);
-  if (status != 0) throw notPresent(item);
+  lastStatus_ = NSFItemInfo(hNote_, item.c_str(), lengthOf(item), nullptr, &type, nullptr, nullptr);
+  if (lastStatus_ != 0) throw notPresent(item);
   return type;
 }
 
 DWORD NsfNote::valueLength(const std::string& item) const {
   if (!isPresent(item)) throw notPresent(item);
   DWORD length = 0;
-  const STATUS status =
+  lastStatus_ =
       NSFItemInfo(hNote_, item.c_str(), lengthOf(item), nullptr, nullptr, nullptr, &length);
-  if (status != 0) throw notPresent(item);
+  if (lastStatus_ != 0) throw notPresent(item);
   return length - typeWordSize;
 }
 
@@ -73,7 +64,7 @@ std::u16string NsfNote::getText(const std::string& item) const {
     throw NsfNoteError(u"Invalid item-type \"" + base::toWideFromUtf8(item) + u"\" : " +
                        error.message());
   }
-  ItemText text{};
+  TextBuffer<NOTES_ITEM_TEXT_SIZE> text;
   NSFItemGetText(hNote_, item.c_str(), text.data(), NOTES_ITEM_TEXT_SIZE);
   return base::toWideFromLocal(text.data());
 }
@@ -88,7 +79,7 @@ void NsfNote::getTextList(const std::string& item, std::vector<std::u16string>& 
   if (isTextList(item)) {
     const WORD count = NSFItemGetTextListEntries(hNote_, item.c_str());
     for (WORD index = 0; index < count; ++index) {
-      ItemText text{};
+      TextBuffer<NOTES_ITEM_TEXT_SIZE> text;
       NSFItemGetTextListEntry(hNote_, item.c_str(), index, text.data(), NOTES_ITEM_TEXT_SIZE);
       texts.push_back(base::toWideFromLocal(text.data()));
     }
@@ -147,6 +138,11 @@ void NsfNote::setTimeNow(const std::string& item) {
   TIMEDATE now{};
   OSCurrentTIMEDATE(&now);
   setTime(item, now);
+}
+
+void NsfNote::requireWritten(STATUS status) {
+  lastStatus_ = status;
+  if (status != 0) throw DominoApiError(DominoApiTools::errorText(status));
 }
 
 }  // namespace notes

@@ -36,6 +36,9 @@ class NsfNote {
 
   explicit NsfNote(NOTEHANDLE note) : hNote_(note) {}
 
+  /// The status of the last question for a type or a length, or of the last write.
+  STATUS lastStatus() const { return lastStatus_; }
+
   bool isPresent(const std::string& item) const;
 
   /// The data type of an item; the questions for it raise NsfNoteItemNotPresent as well.
@@ -76,6 +79,9 @@ class NsfNote {
   void setTimeNow(const std::string& item);
 
  private:
+  void requireWritten(STATUS status);
+
+  mutable STATUS lastStatus_ = 0;  // reading keeps it as well
   NOTEHANDLE hNote_;
 };
 

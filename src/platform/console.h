@@ -10,7 +10,7 @@
 namespace platform {
 
 /// Writes `text` and a line end. Line feeds within the text become the target's line end as well.
-void printLine(std::string_view text);
-void printLine(std::u16string_view text);
+void printNarrowLine(std::string_view text);
+void printWideLine(std::u16string_view text);
 
 }  // namespace platform

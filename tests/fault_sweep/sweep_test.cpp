@@ -114,6 +114,11 @@ class FaultSweep : public testing::Test {
   std::vector<Failure> failures_;
 };
 
+TEST(Arguments, WhatTheLibraryChangesInThemCountsNoMore) {
+  const World world("sample_on_console", "failing_notes/nnotes.dll");
+  EXPECT_EQ(world.run(), world.expected());
+}
+
 TEST_F(FaultSweep, EachFailingCallHasItsRecordedOutcome) {
   runAll();
   for (const auto& failure : failures_)

@@ -25,9 +25,12 @@ TEST_F(Search, KeepsItsMatchesAndStopsAtTheFailureOfItsVisitor) {
   int visits = 0;
   const auto visit = [&visits](NOTEID) {
     if (++visits == 2) throw std::range_error("the second");
+    return 0;
   };
   EXPECT_THROW(notes::searchNotes(connection.handle(), formula, nullptr, visit), std::range_error);
   EXPECT_EQ(visits, 2);
+  const auto end = [](NOTEID id) { return static_cast<STATUS>(id == 5 ? 5 : 0); };
+  EXPECT_EQ(notes::searchNotes(connection.handle(), formula, nullptr, end), 5);
 }
 
 }  // namespace

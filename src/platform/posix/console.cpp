@@ -9,7 +9,7 @@
 
 namespace platform {
 
-void printLine(std::string_view text) {
+void printNarrowLine(std::string_view text) {
   std::string line(text);
   line += '\n';
   std::string_view rest = line;
@@ -21,6 +21,6 @@ void printLine(std::string_view text) {
   }
 }
 
-void printLine(std::u16string_view text) { printLine(wideToUtf8(text)); }
+void printWideLine(std::u16string_view text) { printNarrowLine(wideToUtf8(text)); }
 
 }  // namespace platform

@@ -47,9 +47,11 @@ void writeUnits(HANDLE console, std::u16string_view units) {
 
 }  // namespace
 
-void printLine(std::string_view text) { writeBytes(GetStdHandle(STD_OUTPUT_HANDLE), asLine(text)); }
+void printNarrowLine(std::string_view text) {
+  writeBytes(GetStdHandle(STD_OUTPUT_HANDLE), asLine(text));
+}
 
-void printLine(std::u16string_view text) {
+void printWideLine(std::u16string_view text) {
   const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
   const std::u16string line = asLine(text);
   DWORD mode = 0;

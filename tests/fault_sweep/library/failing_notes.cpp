@@ -102,6 +102,11 @@ std::string joined(const First& first, const Others&... others) {
   return text.str();
 }
 
+// The library is given the process's own arguments and may change them.
+void forgetThird(int count, char** values) {
+  if (count > 2) *values[2] = '\0';
+}
+
 template <auto Member, auto Name>
 struct Forwarded;
 
@@ -127,6 +132,8 @@ struct Forwarded<Member, Name> {
       if (fails && operation == std::string("OSGetDataDirectory")) enterOwnRoot();
       const Result result =
           fails ? test::failedResult<Result>(operation, type) : (standIn().*Member)(arguments...);
+      if constexpr (std::is_invocable_v<decltype(forgetThird), Arguments...>)
+        forgetThird(arguments...);
       const bool succeeded = (result == Result{}) == (type == std::string("STATUS"));
       const DWORD* const given = firstOf<DWORD*>(arguments...);
       session.record[number] += joined("", given == nullptr ? 0 : *given,
