@@ -148,10 +148,10 @@ void VRXConfiguration::readActiveConfiguration() {
 void VRXConfiguration::searchActiveNotes(DBHANDLE db) {
   notes::OwnedFormula formula;
   const char16_t* failure = u"Could not compile configuration-search-formula: ";
-  STATUS status = notes::compileFormula(R"(SELECT ActiveConfiguration ="Yes")", formula.handle);
+  STATUS status = notes::compileFormula(R"(SELECT ActiveConfiguration ="Yes")", formula.handle());
   if (status == 0) {
     failure = u"Could not complete search for configuration: ";
-    status = notes::searchNotes(db, formula.handle, "Configurations",
+    status = notes::searchNotes(db, formula.handle(), "Configurations",
                                 [this](NOTEID id) { return readActiveNote(id); });
   }
   // Given back before the library is asked for words.

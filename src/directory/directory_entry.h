@@ -24,8 +24,7 @@ class DirectoryEntry {
   explicit DirectoryEntry(const notes::NsfNote& note);
 
   /// Opens the mail file for its replica id and title. A path without the ending "nsf" or "ntf"
-  /// gets
-  /// ".nsf" first; one of less than three characters raises std::out_of_range. Raises
+  /// gets ".nsf" first; one of less than three characters raises std::out_of_range. Raises
   /// DirectoryEntryError, which leaves the entry not ready, with the message as its status.
   void prepare();
 

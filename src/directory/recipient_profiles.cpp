@@ -18,10 +18,10 @@ constexpr const char* filterSettingItem = "FilterSetting";
 std::uint32_t countMatches(DBHANDLE db) {
   notes::OwnedFormula formula;
   STATUS status = notes::compileFormula(
-      R"(SELECT @LowerCase(Form) = "qbprofile" & FilterSetting="1")", formula.handle);
+      R"(SELECT @LowerCase(Form) = "qbprofile" & FilterSetting="1")", formula.handle());
   if (status != 0) throw UserCountError(u"Could not compile searchFormula: " + errorText(status));
   std::uint32_t count = 0;
-  status = notes::searchNotes(db, formula.handle, nullptr, [&count](NOTEID) {
+  status = notes::searchNotes(db, formula.handle(), nullptr, [&count](NOTEID) {
     ++count;
     return 0;
   });

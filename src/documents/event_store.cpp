@@ -35,7 +35,7 @@ constexpr int eventDepth = 2;
 
 std::u16string categoryText(std::int32_t category) {
   const auto number = static_cast<std::size_t>(category);
-  const std::u16string displayName = displayNames.at(number);
+  std::u16string displayName = displayNames.at(number);
   try {
     std::u16string text =
         QuellbrightTranslation::translate("vrxqbevent", internalNames.at(number), displayName);

@@ -80,7 +80,7 @@ STATUS compileFormula(const std::string& formula, FORMULAHANDLE& handle) {
 }
 
 void OwnedFormula::free() {
-  if (!std::exchange(isFreed_, true)) OSMemFree(handle);
+  if (!std::exchange(isFreed_, true)) OSMemFree(handle_);
 }
 
 STATUS searchNotes(DBHANDLE db, FORMULAHANDLE formula, const char* viewTitle,

@@ -53,9 +53,10 @@ class OwnedFormula {
   /// Frees it before the end of its scope.
   void free();
 
-  FORMULAHANDLE handle = 0;
+  FORMULAHANDLE& handle() { return handle_; }
 
  private:
+  FORMULAHANDLE handle_ = 0;
   bool isFreed_ = false;
 };
 

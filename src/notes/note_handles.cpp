@@ -23,8 +23,8 @@ User asUser(const std::optional<std::string>& user) {
 
 }  // namespace
 
-NoteHandle::NoteHandle(const NsfDbConnection& connection, NOTEID id) {
-  lastStatus_ = NSFNoteOpen(connection.handle(), id, 0, &hNote_);
+NoteHandle::NoteHandle(const NsfDbConnection& connection, NOTEID id)
+    : lastStatus_(NSFNoteOpen(connection.handle(), id, 0, &hNote_)) {
   if (lastStatus_ != 0) throw NoteHandleError(u"Could not open note: " + errorText(lastStatus_));
 }
 
@@ -40,8 +40,8 @@ void NoteHandle::update() {
 }
 
 ProfileNoteHandle::ProfileNoteHandle(const NsfDbConnection& connection, const std::string& profile,
-                                     const std::optional<std::string>& user) {
-  lastStatus_ = openProfile(connection.handle(), profile, user, hNote_);
+                                     const std::optional<std::string>& user)
+    : lastStatus_(openProfile(connection.handle(), profile, user, hNote_)) {
   if (lastStatus_ == 0) return;
   throw ProfileNoteHandleError(u"Could not open profile: " + errorText(lastStatus_));
 }
