@@ -2,6 +2,9 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -29,6 +32,27 @@ TEST(File, ShortWriteFailsAndLeavesNothing) {
   EXPECT_EQ(test::contentOf("a.nsf"), before);
   EXPECT_EQ(test::contentOf("a.nsf.torn"), "{\"note\":2\n");
   EXPECT_EQ(write(db, "text"), noError);
+}
+
+TEST(File, WhatIsNoFileIsNamedAndNotWaitedFor) {
+  const Server server;
+  const std::string noFile = "leads to something that is not a file";
+  const std::string circle = "lead around in a circle";
+  sockaddr_un name{AF_UNIX, "socket"};
+  const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+  EXPECT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&name), sizeof name), 0);
+  EXPECT_EQ(mkfifo("fifo", 0600) + symlink("link", "link"), 0);
+  for (const auto& [path, words] : {std::pair("fifo", noFile), std::pair("/dev/zero", noFile),
+                                    std::pair("socket", noFile), std::pair("link", circle)}) {
+    EXPECT_TRUE(foundIn(path).ends_with(words)) << path;
+    NotesTerm();
+    EXPECT_TRUE(initialise("=" + std::string(path)).ends_with(words)) << path;
+    EXPECT_EQ(initialise(), noError);
+  }
+  NotesTerm();
+  EXPECT_EQ(initialise("=" + std::string(300, 'x')),
+            "The path of notes.ini is longer than the system takes");
+  close(listener);
 }
 
 TEST(File, LockOfAnotherIsWaitedForOnce) {
