@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <string_view>
 #include <system_error>
+#include <thread>
 
+#include "file_failures.h"
 #include "status.h"
 
 namespace standin {
@@ -20,17 +22,14 @@ std::string bytesBefore(std::string_view text, std::size_t end) {
   return std::string(text.substr(end - kept, kept));
 }
 
-// Calls `work`, which uses the file; what the system refuses gets its status, by default `refused`.
-template <typename Work>
-auto withFile(Status refused, Work work) {
-  try {
-    return work();
-  } catch (const std::system_error& error) {
-    if (error.code() == std::errc::no_such_file_or_directory)
-      throw Failure(Status::databaseMissing);
-    if (error.code() == std::errc::is_a_directory) throw Failure(Status::databaseIsNoFile);
-    throw Failure(refused);
-  }
+constexpr FileStatuses statuses(Status refused) {
+  return {Status::databaseMissing, Status::databaseIsNoFile, Status::databaseLinkLoop,
+          Status::databasePathTooLong, refused};
+}
+
+// A system that goes down in the midst of a write may leave zeros for what it has not written.
+std::string_view withoutZeros(std::string_view text) {
+  return text.substr(0, text.find_last_not_of('\0') + 1);
 }
 
 std::string_view withoutReturn(std::string_view line) {
@@ -46,23 +45,47 @@ std::string_view withoutReturn(std::string_view line) {
 }  // namespace
 
 void Database::refresh() {
-  withFile(Status::databaseUnreadable, [this] { look(StoreFile(path_, Access::read)); });
+  withFile(statuses(Status::databaseUnreadable), [this] {
+    StoreFile file(path_, Access::read);
+    lock(file, Access::read);
+    look(file);
+  });
 }
 
 Moment Database::changed() const {
   return std::chrono::floor<Moment::duration>(look_.state.changed);
 }
 
+// The locks of the systems wait for ever or not at all. A pause that is short against a write lets
+// one who waits in between two writes of another who writes without end.
+void Database::lock(StoreFile& file, Access access) {
+  constexpr auto pause = std::chrono::microseconds(250);
+  const auto end = std::chrono::steady_clock::now() + lockWait_;
+  while (!file.tryLock(access)) {
+    if (std::chrono::steady_clock::now() >= end) {
+      lockWait_ = {};
+      throw Failure(Status::databaseLocked);
+    }
+    std::this_thread::sleep_for(pause);
+  }
+}
+
 void Database::look(const StoreFile& file) {
   const FileState state = file.state();
   if (look_.lines > 0 && state == look_.state) return;
-  if (!lookBehind(file, state)) lookAnew(file, state);
+  if (broken_.has_value() && broken_->state == state) throw Failure(broken_->failure);
+  try {
+    if (!lookBehind(file, state)) lookAnew(file, state);
+  } catch (const Failure& failure) {
+    broken_ = {state, failure};
+    throw;
+  }
 }
 
 // Reads on from the last look. False if the file is another, if it has changed in another way than
 // by growing, or if its last line may not have been the whole of it.
 bool Database::lookBehind(const StoreFile& file, const FileState& state) {
-  if (look_.lines == 0 || look_.endsWithoutFeed || !state.isSameFile(look_.state) ||
+  if (look_.lines == 0 || look_.endsWithoutFeed() || !state.isSameFile(look_.state) ||
       state.size <= look_.state.size)
     return false;
   const std::size_t known = look_.before.size();
@@ -80,21 +103,22 @@ bool Database::lookBehind(const StoreFile& file, const FileState& state) {
 
 void Database::lookAnew(const StoreFile& file, const FileState& state) {
   std::string text = file.read(0, std::min(state.size, longestFirstLine));
-  const std::string_view first = std::string_view(text).substr(0, text.find('\n'));
-  const auto info = readDatabaseLine(withoutReturn(first));
-  const bool firstHasFeed = first.size() < text.size();
-  if (!info.has_value() || (!firstHasFeed && text.size() < state.size))
-    throw Failure(Status::foreignFile);
+  const std::size_t first = withoutZeros(std::string_view(text).substr(0, text.find('\n'))).size();
+  const auto info = readDatabaseLine(withoutReturn(std::string_view(text).substr(0, first)));
+  if (!info.has_value()) throw Failure(Status::foreignFile);
   if (text.size() < state.size) text += file.read(text.size(), state.size);
 
+  const std::string_view content = withoutZeros(text);
+  const bool firstHasFeed = content.substr(first).starts_with('\n');
+  if (!firstHasFeed && content.size() > first) throw Failure(Status::foreignFile);
   Look next;
   next.state = state;
-  next.endsWithoutFeed = !firstHasFeed;
+  next.kept = first;
   std::vector<Note> notes;
   if (firstHasFeed) {
     next.lines = 1;
-    next.end = first.size() + 1;
-    notes = readNotes(std::string_view(text).substr(first.size() + 1), next);
+    next.end = first + 1;
+    notes = readNotes(content.substr(first + 1), next);
     next.before = bytesBefore(text, static_cast<std::size_t>(next.end));
   }
   NoteIndex index;
@@ -107,6 +131,7 @@ void Database::lookAnew(const StoreFile& file, const FileState& state) {
 // The notes of the lines in `text`, which stands behind the end of `look`; moves the look behind
 // the last of them that has its line feed.
 std::vector<Note> Database::readNotes(std::string_view text, Look& look) {
+  text = withoutZeros(text);
   std::vector<Note> notes;
   for (std::size_t feed = text.find('\n'); feed != std::string_view::npos; feed = text.find('\n')) {
     const std::string_view line = withoutReturn(text.substr(0, feed));
@@ -118,10 +143,25 @@ std::vector<Note> Database::readNotes(std::string_view text, Look& look) {
     if (!note.has_value()) failAtLine(look.lines);
     notes.push_back(std::move(*note));
   }
+  look.kept = look.end;
+  if (text.empty()) return notes;
   auto last = readNoteLine(withoutReturn(text));
-  look.endsWithoutFeed = last.has_value();
-  if (last.has_value()) notes.push_back(std::move(*last));
+  if (!last.has_value() && !isTorn(text)) failAtLine(look.lines + 1);
+  if (!last.has_value()) return notes;
+  notes.push_back(std::move(*last));
+  look.kept += text.size();
   return notes;
+}
+
+// Puts aside what the next write cuts off: a person may have written it.
+void Database::keepTorn(const StoreFile& file) const {
+  if (look_.kept == look_.state.size) return;
+  try {
+    StoreFile torn(path_ + ".torn", Access::create);
+    torn.append(torn.state().size, file.read(look_.kept, look_.state.size) + '\n');
+  } catch (const std::system_error&) {
+    throw Failure(Status::tornNotKept);
+  }
 }
 
 NOTEID Database::idFor(const Note& note) const {
@@ -135,16 +175,17 @@ NOTEID Database::idFor(const Note& note) const {
 }
 
 void Database::write(Note& note) {
-  withFile(Status::databaseUnwritable, [this, &note] {
+  withFile(statuses(Status::databaseUnwritable), [this, &note] {
     StoreFile file(path_, Access::write);
+    lock(file, Access::write);
     look(file);
     Note written = note;
     written.id = idFor(note);
     const std::string line = noteLine(written);
 
     // A last line that counts gets the line feed that it lacks; one that does not is cut off.
-    const std::string feed = look_.endsWithoutFeed ? "\n" : "";
-    file.append(look_.endsWithoutFeed ? look_.state.size : look_.end, feed + line);
+    keepTorn(file);
+    file.append(look_.kept, (look_.endsWithoutFeed() ? "\n" : "") + line);
     note.id = written.id;
     try {
       look(file);
@@ -154,10 +195,9 @@ void Database::write(Note& note) {
 }
 
 std::shared_ptr<Database> DatabaseCache::open(const std::string& path) {
-  const auto found = databases_.find(path);
-  auto database = found == databases_.end() ? std::make_shared<Database>(path) : found->second;
+  std::shared_ptr<Database>& database = databases_[path];
+  if (database == nullptr) database = std::make_shared<Database>(path, lockWait_);
   database->refresh();
-  databases_.try_emplace(path, database);
   return database;
 }
 

@@ -8,18 +8,22 @@
 //
 // Writing appends one whole line under the lock of the file, behind what others have appended, and
 // succeeds once it is on the disk. So a process that is killed leaves at most one line without an
-// end, the last: it counts if it is a note, and otherwise the next writer cuts it off. STORE.md
-// describes the format.
+// end, the last: it counts if it is a note, and if it may be the beginning of one the next writer
+// cuts it off, once it is kept in a file beside. Any other is what a person wrote, and damaged.
+// STORE.md describes the format.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "note_index.h"
+#include "status.h"
 #include "store_file.h"
 #include "store_line.h"
 
@@ -27,10 +31,12 @@ namespace standin {
 
 class Database {
  public:
-  explicit Database(std::string path) : path_(std::move(path)) {}
+  Database(std::string path, std::chrono::milliseconds lockWait)
+      : path_(std::move(path)), lockWait_(lockWait) {}
 
   /// Takes in what has changed in the file. Throws databaseMissing, databaseIsNoFile,
-  /// databaseUnreadable, foreignFile and lineDamaged.
+  /// databaseLinkLoop, databasePathTooLong, databaseUnreadable, databaseLocked, foreignFile
+  /// and lineDamaged.
   void refresh();
 
   const DatabaseInfo& info() const { return info_; }
@@ -41,39 +47,56 @@ class Database {
 
   /// Writes a note. One without an id gets the next, or that of the profile note of its name; any
   /// other must still be in the database, or else noSuchNote is thrown. Throws noIdsLeft,
-  /// databaseUnwritable and what refresh throws. The note is unchanged after a failure.
+  /// databaseUnwritable, tornNotKept and what refresh throws. The note is unchanged after a
+  /// failure.
   void write(Note& note);
 
  private:
   // How far the file is read.
   struct Look {
     FileState state;
-    std::uint64_t end = 0;         // of the last line that has its line feed
-    std::size_t lines = 0;         // up to there
-    std::string before;            // the last bytes up to there
-    bool endsWithoutFeed = false;  // what follows there is a line in full, and counts
+    std::uint64_t end = 0;   // of the last line that has its line feed
+    std::size_t lines = 0;   // up to there
+    std::string before;      // the last bytes up to there
+    std::uint64_t kept = 0;  // of what counts: behind `end` if a note follows that lacks its feed
+
+    bool endsWithoutFeed() const { return kept > end; }
   };
 
+  // A state of the file, and what a look fails with as long as it lasts.
+  struct Broken {
+    FileState state;
+    Failure failure;
+  };
+
+  void lock(StoreFile& file, Access access);
   void look(const StoreFile& file);
   bool lookBehind(const StoreFile& file, const FileState& state);
   void lookAnew(const StoreFile& file, const FileState& state);
+  void keepTorn(const StoreFile& file) const;
   NOTEID idFor(const Note& note) const;
   static std::vector<Note> readNotes(std::string_view text, Look& look);
 
   std::string path_;
+  std::chrono::milliseconds lockWait_;  // none any more, once it was in vain
   DatabaseInfo info_;
   NoteIndex notes_;
   Look look_;
+  std::optional<Broken> broken_;
 };
 
-/// The databases that the session has opened so far, each of them once. They stay when their
-/// handles are closed, so that the next open finds them loaded.
+/// The databases that the session has tried to open so far, each of them once. They stay when their
+/// handles are closed, so that the next open finds them loaded, and what is wrong with them known.
 class DatabaseCache {
  public:
+  /// `lockWait` is how long a database waits for the lock of its file.
+  explicit DatabaseCache(std::chrono::milliseconds lockWait) : lockWait_(lockWait) {}
+
   /// The database of a path, refreshed. Throws what refresh throws.
   std::shared_ptr<Database> open(const std::string& path);
 
  private:
+  std::chrono::milliseconds lockWait_;
   std::unordered_map<std::string, std::shared_ptr<Database>> databases_;
 };
 

@@ -1,25 +1,42 @@
 #include "notes_ini.h"
 
-#include <fstream>
+#include <algorithm>
 
-#include "status.h"
+#include "file_failures.h"
+#include "store_file.h"
 #include "text.h"
 
 namespace standin {
+namespace {
 
-NotesIni NotesIni::read(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  NotesIni settings(file);
-  // A folder may open like a file and fail at the first read.
-  if (!file.is_open() || file.bad()) throw Failure(Status::settingsUnreadable);
-  return settings;
+constexpr FileStatuses statuses = {Status::settingsUnreadable, Status::settingsNoFile,
+                                   Status::settingsLinkLoop, Status::settingsPathTooLong,
+                                   Status::settingsUnreadable};
+
+// By its mark, or by the zero beside its first letter.
+bool isWide(std::string_view text) {
+  if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF")) return true;
+  return text.size() > 1 && (text[0] == '\0') != (text[1] == '\0');
 }
 
-NotesIni::NotesIni(std::istream& lines) {
-  for (std::string line; std::getline(lines, line);) {
-    if (line.ends_with('\r')) line.pop_back();
+}  // namespace
+
+NotesIni NotesIni::read(const std::string& path) {
+  return withFile(statuses, [&path] {
+    const StoreFile file(path, Access::read);
+    return NotesIni(file.read(0, file.state().size));
+  });
+}
+
+NotesIni::NotesIni(std::string_view text) {
+  constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+  if (isWide(text)) throw Failure(Status::settingsWide);
+  if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+  while (!text.empty()) {
+    const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
     const std::size_t mark = line.find('=');
-    if (mark == std::string::npos || mark == 0) continue;
+    if (mark == std::string_view::npos || mark == 0) continue;
     values_.try_emplace(lowered(line.substr(0, mark)), line.substr(mark + 1));
   }
 }

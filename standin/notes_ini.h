@@ -1,12 +1,12 @@
 // The variables of a notes.ini.
 //
-// A line is Name=Value and ends with LF or CR LF. Everything behind the first "=" is the value,
-// blanks included. Lines without a name before "=", such as the header "[Notes]", say nothing.
-// Names compare without regard to the case of ASCII letters; of several lines with one name the
-// first counts. The file is read once: what changes in it later has no effect.
+// A line is Name=Value and ends with LF, CR LF or CR. Everything behind the first "=" is the value,
+// blanks included; a byte order mark of UTF-8 before the first line does no harm. Lines without a
+// name before "=", such as the header "[Notes]", say nothing. Names compare without regard to the
+// case of ASCII letters; of several lines with one name the first counts. The file is read once:
+// what changes in it later has no effect.
 #pragma once
 
-#include <istream>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -15,10 +15,12 @@ namespace standin {
 
 class NotesIni {
  public:
-  /// Reads the file; throws settingsUnreadable.
+  /// Reads the file. Throws settingsUnreadable, settingsNoFile, settingsLinkLoop,
+  /// settingsPathTooLong and settingsWide.
   static NotesIni read(const std::string& path);
 
-  explicit NotesIni(std::istream& lines);
+  /// Throws settingsWide.
+  explicit NotesIni(std::string_view text);
 
   /// The value of a variable, or null if there is none.
   const std::string* find(std::string_view name) const;

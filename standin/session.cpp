@@ -20,6 +20,7 @@ std::string dataDirectoryOf(const NotesIni& settings) {
   std::string directory = settings.valueOrEmpty("Directory");
   if (directory.empty()) throw Failure(Status::noDataDirectory);
   directory.erase(directory.find_last_not_of(separators) + 1);
+  if (directory.size() >= NOTES_PATH_SIZE) throw Failure(Status::dataDirectoryTooLong);
   return directory;
 }
 
@@ -28,22 +29,36 @@ std::string programDirectoryOf(const NotesIni& settings) {
   if (directory.empty()) directory = std::filesystem::current_path().string();
   if (separators.find(directory.back()) == std::string_view::npos)
     directory += directory.find('\\') == std::string::npos ? '/' : '\\';
+  if (directory.size() >= NOTES_PATH_SIZE) throw Failure(Status::programDirectoryTooLong);
   return directory;
 }
 
-// A zone that cannot be read fails the start: taken as GMT it would make every time wrong in
-// silence.
-std::chrono::hours zoneOf(const NotesIni& settings) {
-  const std::string value = settings.valueOrEmpty("Timezone");
-  const std::string_view text = trimmed(value);
-  int hours = 0;
-  if (text.empty()) return std::chrono::hours(hours);
+struct NumberVariable {
+  const char* name;
+  int least;
+  int most;
+  int otherwise;  // where the variable is unset or empty
+  Status wrong;
+};
+
+// One that cannot be read fails the start: a zone taken as GMT, for one, would make every time
+// wrong in silence.
+int numberOf(const NotesIni& settings, const NumberVariable& variable) {
+  const std::string value = settings.valueOrEmpty(variable.name);
+  std::string_view text = trimmed(value);
+  if (text.empty()) return variable.otherwise;
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+  int number = 0;
   const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, hours);
-  if (error != std::errc() || stop != end || hours < -23 || hours > 23)
-    throw Failure(Status::wrongTimezone);
-  return std::chrono::hours(hours);
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || stop != end || number < variable.least || number > variable.most)
+    throw Failure(variable.wrong);
+  return number;
 }
+
+constexpr NumberVariable zoneVariable = {"Timezone", -23, 23, 0, Status::wrongTimezone};
+constexpr NumberVariable lockWaitVariable = {"LockWait", 0, 3'600'000, 10'000,
+                                             Status::wrongLockWait};
 
 std::string settingsPath(int argumentCount, const char* const* arguments) {
   if (argumentCount > 1) requireAll(arguments);
@@ -60,7 +75,8 @@ Session::Session(NotesIni read)
     : settings(std::move(read)),
       dataDirectory(dataDirectoryOf(settings)),
       programDirectory(programDirectoryOf(settings)),
-      zone(zoneOf(settings)) {}
+      zone(numberOf(settings, zoneVariable)),
+      cache(std::chrono::milliseconds(numberOf(settings, lockWaitVariable))) {}
 
 OpenNote& Session::openNote(NOTEHANDLE handle) {
   OpenNote& open = notes.at(handle);

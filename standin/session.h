@@ -24,7 +24,8 @@ struct OpenNote {
 };
 
 struct Session {
-  /// Throws noDataDirectory or wrongTimezone.
+  /// Throws noDataDirectory, dataDirectoryTooLong, programDirectoryTooLong, wrongTimezone and
+  /// wrongLockWait.
   explicit Session(NotesIni read);
 
   const NotesIni settings;

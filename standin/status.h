@@ -28,6 +28,13 @@
   X(settingsUnreadable, 0x0203, "The file notes.ini cannot be found or read") \
   X(noDataDirectory, 0x0204, "The file notes.ini has no variable Directory") \
   X(wrongTimezone, 0x0205, "The variable Timezone in notes.ini is not a whole number from -23 to 23") \
+  X(settingsNoFile, 0x0206, "The path of notes.ini leads to something that is not a file") \
+  X(settingsLinkLoop, 0x0207, "The links in the path of notes.ini lead around in a circle") \
+  X(settingsPathTooLong, 0x0208, "The path of notes.ini is longer than the system takes") \
+  X(settingsWide, 0x0209, "The file notes.ini is UTF-16 or UTF-32, which the library does not read") \
+  X(dataDirectoryTooLong, 0x020A, "The data directory has more than 255 bytes") \
+  X(programDirectoryTooLong, 0x020B, "The program directory has more than 255 bytes, its last separator included") \
+  X(wrongLockWait, 0x020C, "The variable LockWait in notes.ini is not a whole number from 0 to 3600000") \
   X(pathTooLong, 0x0301, "The path has more than 255 bytes") \
   X(pathPartTooLong, 0x0302, "The port, the server or the file of the path has more than 255 bytes") \
   X(unknownServer, 0x0303, "The remote server is not a known host") \
@@ -44,6 +51,10 @@
   X(lineDamaged, 0x0606, "A line of the database is damaged") \
   X(noIdsLeft, 0x0607, "The database has given out its last note id") \
   X(unknownDatabase, 0x0608, "The handle is not that of an open database") \
+  X(databaseLinkLoop, 0x0609, "The links in the path of the database lead around in a circle") \
+  X(databasePathTooLong, 0x060A, "The path of the database is longer than the system takes") \
+  X(databaseLocked, 0x060B, "Another process holds the lock of the database") \
+  X(tornNotKept, 0x060C, "What an interrupted write left in the database cannot be kept in a file beside it") \
   X(noSuchNote, 0x0701, "There is no such note in the database") \
   X(unknownNote, 0x0702, "The handle is not that of an open note") \
   X(databaseOfNoteClosed, 0x0703, "The database of the note is closed") \

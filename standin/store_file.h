@@ -1,14 +1,14 @@
-// The file of a database, open and locked: the seam to the operating system.
+// A file, open: the seam to the operating system.
 //
-// An object lives for one load or one append and holds the lock of the file all the while, so that
-// no reader sees half of a line that a writer is about to finish. The lock holds between processes
-// and between two objects of one process alike; it waits for its turn. It belongs to a byte far
+// That of a database lives for one load or one append and is locked all the while, so that no
+// reader sees half of a line that a writer is about to finish. The lock holds between processes and
+// between two objects of one process alike, and ends with the object. It belongs to a byte far
 // behind the data, because the locks of Windows keep others from reading what they cover.
 //
 // Failures are std::system_error with a code of std::errc: no_such_file_or_directory,
-// is_a_directory for whatever is no plain file, and any other for what the system refuses. This
-// header knows nothing of the Notes library: the types of the two systems and of that library have
-// names in common.
+// is_a_directory for whatever is no plain file, too_many_symbolic_link_levels, filename_too_long,
+// and any other for what the system refuses. This header knows nothing of the Notes library: the
+// types of the two systems and of that library have names in common.
 #pragma once
 
 #include <chrono>
@@ -34,16 +34,20 @@ struct FileState {
   }
 };
 
-/// Readers share the lock, a writer has it alone.
-enum class Access { read, write };
+/// Readers share the lock, a writer has it alone. Only `create` makes a file that is missing; it
+/// writes too.
+enum class Access { read, write, create };
 
 class StoreFile {
  public:
-  /// Opens the file, which must exist, and waits for the lock.
+  /// Opens the file, and waits for nobody.
   StoreFile(const std::string& path, Access access);
   StoreFile(const StoreFile&) = delete;
   StoreFile& operator=(const StoreFile&) = delete;
   ~StoreFile();
+
+  /// Takes the lock, unless somebody has it: then false.
+  bool tryLock(Access access);
 
   FileState state() const;
 
@@ -56,8 +60,6 @@ class StoreFile {
 
  private:
   explicit StoreFile(std::intptr_t handle) noexcept : handle_(handle) {}
-
-  void lock(Access access);
 
   std::intptr_t handle_;
 };

@@ -142,8 +142,12 @@ Note noteFrom(const Json& line) {
   return note;
 }
 
+// The parser takes a zero byte for the end of its text.
+bool hasZero(std::string_view line) { return line.find('\0') != std::string_view::npos; }
+
 template <typename Result>
 std::optional<Result> read(std::string_view line, Result (*from)(const Json&)) {
+  if (hasZero(line)) return std::nullopt;
   try {
     return from(Json::parse(line));
   } catch (const Malformed&) {
@@ -160,6 +164,23 @@ std::optional<Result> read(std::string_view line, Result (*from)(const Json&)) {
 std::optional<DatabaseInfo> readDatabaseLine(std::string_view line) { return read(line, infoFrom); }
 
 std::optional<Note> readNoteLine(std::string_view line) { return read(line, noteFrom); }
+
+bool isTorn(std::string_view line) {
+  using Event = Json::parse_event_t;
+  if (hasZero(line)) return false;
+  bool isWhole = false;  // what follows a value in full is not torn off from it
+  const auto watch = [&isWhole](int depth, Event event, const Json&) {
+    isWhole = depth == 0 && event != Event::object_start && event != Event::array_start;
+    return true;
+  };
+  try {
+    [[maybe_unused]] const Json whole = Json::parse(line, watch);
+  } catch (const Json::parse_error& error) {
+    return !isWhole && error.byte > line.size();
+  } catch (const Json::exception&) {  // a number that is too large
+  }
+  return false;
+}
 
 std::string noteLine(const Note& note) {
   Json line = Json::object();

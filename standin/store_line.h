@@ -23,6 +23,10 @@ std::optional<DatabaseInfo> readDatabaseLine(std::string_view line);
 /// The note of any other line, or nothing if it is not one in full.
 std::optional<Note> readNoteLine(std::string_view line);
 
+/// Whether a line that is no note may be the beginning of one: its text ends before it is a whole
+/// JSON value, be it in the midst of a character.
+bool isTorn(std::string_view line);
+
 /// The line of a note, with its line feed.
 std::string noteLine(const Note& note);
 

@@ -40,7 +40,8 @@ class OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
   ~OutputFile() { close(); }
 
-  /// Opens `path` for writing, emptied if it exists; others may read and write it meanwhile.
+  /// Opens `path` for writing, emptied if it exists; others may read and write it meanwhile. False
+  /// for a pipe or device too, where the system keeps such a thing under a name of a file.
   bool open(const std::u16string& path);
   bool isOpen() const { return handle_ != none; }
   void close();

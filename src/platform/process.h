@@ -7,7 +7,8 @@
 namespace platform {
 
 /// To be called first: from then on a crash or a library that does not load shows no dialog, and a
-/// console whose reader has gone, or that is closed, does no harm to the process or its files.
+/// console whose reader has gone, or that is closed, and a file that may not grow further do no
+/// harm to the process or its other files.
 void prepareProcess();
 
 std::uint32_t processNumber();

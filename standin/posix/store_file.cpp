@@ -29,11 +29,14 @@ std::string nativePath(std::string path) {
 int descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
 
 std::intptr_t openFile(const std::string& path, Access access) {
-  // Without O_NONBLOCK a pipe of that name would wait for a writer.
-  const int flags = (access == Access::write ? O_RDWR : O_RDONLY) | O_CLOEXEC | O_NONBLOCK;
-  const int opened = open(nativePath(path).c_str(), flags);
-  if (opened < 0) fail(errno == ENOTDIR ? ENOENT : errno);
-  return opened;
+  // Without O_NONBLOCK a pipe of that name would wait for a writer, and without O_NOCTTY a terminal
+  // could become that of the process.
+  const int flags = (access == Access::read ? O_RDONLY : O_RDWR) |
+                    (access == Access::create ? O_CREAT : 0) | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+  const int opened = open(nativePath(path).c_str(), flags, 0666);
+  if (opened >= 0) return opened;
+  if (errno == ENOTDIR) fail(ENOENT);
+  fail(errno == ENXIO ? EISDIR : errno);  // ENXIO is that of a socket
 }
 
 struct stat statusOf(int opened) {
@@ -46,19 +49,20 @@ struct stat statusOf(int opened) {
 
 StoreFile::StoreFile(const std::string& path, Access access) : StoreFile(openFile(path, access)) {
   if (!S_ISREG(statusOf(descriptor(handle_)).st_mode)) fail(EISDIR);
-  lock(access);
 }
 
 // Closing ends the lock: it belongs to the open file and not to the process.
 StoreFile::~StoreFile() { close(descriptor(handle_)); }
 
-void StoreFile::lock(Access access) {
+bool StoreFile::tryLock(Access access) {
   struct flock range {};
-  range.l_type = access == Access::write ? F_WRLCK : F_RDLCK;
+  range.l_type = access == Access::read ? F_RDLCK : F_WRLCK;
   range.l_whence = SEEK_SET;
   range.l_start = lockedByte;
   range.l_len = 1;
-  while (fcntl(descriptor(handle_), F_OFD_SETLKW, &range) != 0) require(errno == EINTR);
+  if (fcntl(descriptor(handle_), F_OFD_SETLK, &range) == 0) return true;
+  require(errno == EAGAIN || errno == EACCES);
+  return false;
 }
 
 FileState StoreFile::state() const {

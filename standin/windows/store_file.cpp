@@ -9,6 +9,7 @@ namespace standin {
 namespace {
 
 constexpr DWORD lockedByteHigh = 1U << 30;
+constexpr DWORD errorNoSuchDevice = 433;  // the compiler's headers lack it
 
 [[noreturn]] void fail(std::errc error) { throw std::system_error(std::make_error_code(error)); }
 
@@ -32,7 +33,11 @@ OVERLAPPED placeAt(std::uint64_t position) {
 }
 
 [[noreturn]] void failToOpen(const std::string& path) {
-  switch (GetLastError()) {
+  const DWORD error = GetLastError();
+  // The system calls such a path one that it does not find.
+  if (error == ERROR_FILENAME_EXCED_RANGE || path.size() >= MAX_PATH)
+    fail(std::errc::filename_too_long);
+  switch (error) {
     case ERROR_FILE_NOT_FOUND:
     case ERROR_PATH_NOT_FOUND:
     case ERROR_INVALID_NAME:
@@ -40,6 +45,11 @@ OVERLAPPED placeAt(std::uint64_t position) {
     case ERROR_BAD_NETPATH:
     case ERROR_BAD_NET_NAME:
       fail(std::errc::no_such_file_or_directory);
+    case ERROR_CANT_RESOLVE_FILENAME:
+      fail(std::errc::too_many_symbolic_link_levels);
+    case ERROR_CANT_ACCESS_FILE:  // of a socket
+    case errorNoSuchDevice:       // the same under Wine
+      fail(std::errc::is_a_directory);
     default:
       break;
   }
@@ -50,10 +60,11 @@ OVERLAPPED placeAt(std::uint64_t position) {
 }
 
 std::intptr_t openFile(const std::string& path, Access access) {
-  const DWORD rights = access == Access::write ? GENERIC_READ | GENERIC_WRITE : GENERIC_READ;
+  const DWORD rights = access == Access::read ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE;
+  const DWORD disposition = access == Access::create ? OPEN_ALWAYS : OPEN_EXISTING;
   const HANDLE opened =
       CreateFileA(path.c_str(), rights, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+                  nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (opened == INVALID_HANDLE_VALUE) failToOpen(path);
   return reinterpret_cast<std::intptr_t>(opened);
 }
@@ -83,7 +94,6 @@ bool setTimeOfChange(HANDLE file) {
 
 StoreFile::StoreFile(const std::string& path, Access access) : StoreFile(openFile(path, access)) {
   if (GetFileType(asHandle(handle_)) != FILE_TYPE_DISK) fail(std::errc::is_a_directory);
-  lock(access);
 }
 
 StoreFile::~StoreFile() {
@@ -93,10 +103,12 @@ StoreFile::~StoreFile() {
   CloseHandle(asHandle(handle_));
 }
 
-void StoreFile::lock(Access access) {
+bool StoreFile::tryLock(Access access) {
   OVERLAPPED place = placeAt(lockedByteHigh, 0);
-  const DWORD kind = access == Access::write ? LOCKFILE_EXCLUSIVE_LOCK : 0;
-  require(LockFileEx(asHandle(handle_), kind, 0, 1, 0, &place) != 0);
+  const DWORD kind = access == Access::read ? 0 : LOCKFILE_EXCLUSIVE_LOCK;
+  if (LockFileEx(asHandle(handle_), kind | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place)) return true;
+  require(GetLastError() == ERROR_LOCK_VIOLATION || GetLastError() == ERROR_IO_PENDING);
+  return false;
 }
 
 FileState StoreFile::state() const {

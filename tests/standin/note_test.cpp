@@ -123,7 +123,7 @@ TEST(Time, TextGoesToGmtAndBackOrIsRefused) {
 }
 
 TEST(Time, OnlyItsSettingsFormatAndCalendarCount) {
-  const Server server(header, "Timezone=1");
+  const Server server(header, "Timezone=+1");
   const std::string text = "02.01.2012 03:04:05";
   INTLFORMAT settings = settingsOf("day");
   EXPECT_EQ(read(text, settings), read(text + "garbage", settings, 19));

@@ -90,7 +90,13 @@ bool OutputFile::open(const std::u16string& path) {
   close();
   const auto native = nativePath(path);
   if (!native) return false;
-  handle_ = ::open(native->c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  // Without O_NONBLOCK a pipe of that name would wait for a reader, and without O_NOCTTY a terminal
+  // could become that of the process.
+  constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+  handle_ = ::open(native->c_str(), flags, 0666);
+  struct stat status {};
+  if (isOpen() && (::fstat(static_cast<int>(handle_), &status) != 0 || !S_ISREG(status.st_mode)))
+    close();
   return isOpen();
 }
 

@@ -22,9 +22,10 @@ void fillClosedStreams() {
 
 void prepareProcess() {
   fillClosedStreams();
-  // The report matters more than its copy on the console: writing to a closed pipe is to fail, not
-  // to end the process.
-  static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+  // The report matters more than its copy on the console, and a run more than the end of its
+  // report: writing to a closed pipe, or beyond the largest file allowed, is to fail, not to end
+  // the process.
+  for (const int signal : {SIGPIPE, SIGXFSZ}) static_cast<void>(std::signal(signal, SIG_IGN));
 }
 
 std::uint32_t processNumber() { return static_cast<std::uint32_t>(::getpid()); }
