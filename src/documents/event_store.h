@@ -43,8 +43,8 @@ struct VrxEvent {
 
 void createTestEvents(base::ReportLog& report, bool writeToConsole);
 
-/// Writes one event. Raises CreateEventError, and std::out_of_range for a number above those of
-/// the categories.
+/// Writes one event. Raises CreateEventError, and std::out_of_range for a number below 0
+/// or above those of the categories.
 void createEvent(const std::u16string& server, std::int32_t category,
                  const std::u16string& message);
 

@@ -9,8 +9,8 @@
 namespace replay {
 
 /// A failure with a wide message. Its narrow texts are conversions of the wide ones to the system's
-/// default code page, made when a narrow text is first asked for. The texts that
-/// are made when asked for raise std::bad_alloc, but for what().
+/// default code page, made when a narrow text is first asked for, which raises std::bad_alloc where
+/// there is no memory for them; what() ends the process instead.
 class exception_w : public exception {
  public:
   explicit exception_w(const std::u16string& message) : exception(""), message_w_(message) {}
