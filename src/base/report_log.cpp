@@ -20,28 +20,12 @@ constexpr std::int32_t verboseFileSize = 1'000'000;
 constexpr std::size_t timeStampSize = 256;
 
 // Empty if the text needs more than 255 characters.
-std::u16string formattedLocalTime(const std::u16string& format) {
+std::u16string formattedLocalTime(const std::u16string& format, std::int64_t moment) {
   const std::wstring wideFormat(format.begin(), format.end());
-  const std::tm now = platform::localTime();
+  const std::tm now = platform::localTime(moment);
   std::array<wchar_t, timeStampSize> buffer{};
   const std::size_t length = std::wcsftime(buffer.data(), buffer.size(), wideFormat.c_str(), &now);
   return {buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(length)};
-}
-
-struct FileBytes {
-  std::string bytes;
-  bool complete;  // false if the text was cut in front of a unit that Latin-1 lacks
-};
-
-FileBytes toFileBytes(std::u16string_view text) {
-  FileBytes result{{}, true};
-  result.bytes.reserve(text.size() + text.size() / 16);
-  for (const char16_t unit : text) {
-    if (unit > 255) return {std::move(result.bytes), false};
-    if (unit == u'\n') result.bytes += '\r';
-    result.bytes += static_cast<char>(static_cast<unsigned char>(unit));
-  }
-  return result;
 }
 
 }  // namespace
@@ -56,11 +40,13 @@ ReportLog::ReportLog(std::u16string directory, std::u16string logPrefix, std::u1
       timeFormat_(std::move(timeFormat)),
       echoToConsole_(echoToConsole),
       maxFileSize_(level == verboseLevel ? verboseFileSize : ordinaryFileSize),
-      level_(level) {}
+      level_(level),
+      numbers_(u"\t(" + numberToText(platform::processNumber()) + u":" +
+               numberToText(platform::threadNumber()) + u")\t") {}
 
 bool ReportLog::open() {
-  fileName_ = directory_ + u"\\" + logPrefix_ + formattedLocalTime(u"%Y%m%d%H%M%S") + extension_;
-  failed_ = false;
+  fileName_ = directory_ + u"\\" + logPrefix_ +
+              formattedLocalTime(u"%Y%m%d%H%M%S", platform::currentTime()) + extension_;
   if (!file_.open(fileName_)) {
     if (level_ >= importantLevel) {
       refreshTimeStamp();
@@ -69,6 +55,8 @@ bool ReportLog::open() {
     return false;
   }
   openedFileName_ = fileName_;
+  position_ = file_.position();
+  failed_ = position_ < 0;
   if (level_ >= importantLevel) {
     refreshTimeStamp();
     writeFileForm(u"STARTING LOG");
@@ -89,7 +77,12 @@ void ReportLog::writeLine(const std::u16string& text, bool toConsole, bool toFil
   if (toFile) writeFileForm(text);
 }
 
-void ReportLog::refreshTimeStamp() { timeStamp_ = formattedLocalTime(timeFormat_); }
+void ReportLog::refreshTimeStamp() {
+  const std::int64_t now = platform::currentTime();
+  if (now == second_) return;
+  second_ = now;
+  timeStamp_ = formattedLocalTime(timeFormat_, now);
+}
 
 void ReportLog::writeConsoleForm(const std::u16string& text) const {
   platform::printWideLine(timeStamp_ + u"   " + logName_ + u": " + text);
@@ -101,21 +94,22 @@ void ReportLog::writeFileForm(const std::u16string& text) {
     open();
     return;
   }
-  failed_ = failed_ || !startOverAtLimit();
   if (failed_) return;
-  const auto [bytes, complete] =
-      toFileBytes(timeStamp_ + u"\t(" + numberToText(platform::processNumber()) + u":" +
-                  numberToText(platform::threadNumber()) + u")\t" + text + u"\n");
-  const bool written = file_.write(bytes);
-  failed_ = !written || !complete;
+  line_.clear();
+  line_.append(timeStamp_);
+  line_.append(numbers_);
+  line_.append(text);
+  line_.append(u"\n");
+  startOverAtLimit();
+  failed_ = failed_ || !file_.write(line_.bytes()) || line_.isCut();
+  position_ += static_cast<std::int64_t>(line_.bytes().size());
 }
 
-// What lies behind the lines at the top stays: the file is not shortened. False if the system does
-// not tell where the file stands.
-bool ReportLog::startOverAtLimit() {
-  const std::int64_t position = file_.position();
-  if (position >= maxFileSize_) return file_.moveTo(0);
-  return position >= 0;
+// What lies behind the lines at the top stays: the file is not shortened.
+void ReportLog::startOverAtLimit() {
+  if (position_ < maxFileSize_) return;
+  position_ = 0;
+  failed_ = !file_.moveTo(0);
 }
 
 void writeReportFirst(ReportLog& report, bool toConsole, const std::u16string& text) {

@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/line_bytes.h"
 #include "platform/files.h"
 
 namespace base {
@@ -48,7 +49,7 @@ class ReportLog {
   void refreshTimeStamp();
   void writeConsoleForm(const std::u16string& text) const;
   void writeFileForm(const std::u16string& text);
-  bool startOverAtLimit();
+  void startOverAtLimit();
 
   std::u16string directory_;
   std::u16string logName_;
@@ -59,10 +60,14 @@ class ReportLog {
   std::u16string fileName_;
   bool echoToConsole_;
   platform::OutputFile file_;
-  bool failed_ = false;  // the file is open and takes nothing more
+  bool failed_ = false;        // the file is open and takes nothing more
+  std::int64_t position_ = 0;  // where the next line lands; counted, because to ask costs a call
+  std::int64_t second_ = -1;   // that of the time stamp, in seconds since 1970
   std::u16string timeStamp_;
   std::int32_t maxFileSize_;  // bytes on the disk at which the next line goes to the top
   int level_;
+  std::u16string numbers_;  // of process and thread, as they stand in each line
+  LineBytes line_;
 };
 
 /// The two orders in which a step of the run writes a text to the report and, if `toConsole`, to

@@ -37,6 +37,15 @@ std::string toStrictUtf8(std::u16string_view text) {
   return replay::unicode::to_narrow(text, utf8, true);
 }
 
+std::u16string joined(std::initializer_list<std::u16string_view> parts) {
+  std::size_t size = 0;
+  for (const std::u16string_view part : parts) size += part.size();
+  std::u16string text;
+  text.reserve(size);
+  for (const std::u16string_view part : parts) text.append(part);
+  return text;
+}
+
 std::u16string numberToText(std::uint32_t number) { return widened(std::to_string(number)); }
 
 std::u16string numberToText(std::int32_t number) { return widened(std::to_string(number)); }

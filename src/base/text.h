@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,6 +26,9 @@ std::u16string toWideFromLocal(const char* text);
 /// By code page 65001 with checks, which that page has none of: a lone surrogate comes out as
 /// U+FFFD.
 std::string toStrictUtf8(std::u16string_view text);
+
+/// The parts one behind the other, copied once.
+std::u16string joined(std::initializer_list<std::u16string_view> parts);
 
 /// The decimal digits of a number, behind a minus sign if it is negative.
 std::u16string numberToText(std::uint32_t number);
