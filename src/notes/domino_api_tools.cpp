@@ -4,7 +4,6 @@
 #include "notes/api.h"
 #include "notes/library_text.h"
 #include "notes/nsf_db_connection.h"
-#include "replay/text.h"
 
 namespace notes::DominoApiTools {
 namespace {
@@ -17,6 +16,14 @@ constexpr WORD timeTextSize = NOTES_TIME_TEXT_SIZE;
 void copySeparator(char (&destination)[5], char separator) {
   destination[0] = separator;
   for (std::size_t rest = 1; rest < sizeof destination; ++rest) destination[rest] = '\0';
+}
+
+std::u16string hexDigits(std::uint64_t number) {
+  std::u16string digits(16, u'0');
+  for (auto digit = digits.rbegin(); number != 0; number >>= 4) {
+    *digit++ = u"0123456789ABCDEF"[number & 0xF];
+  }
+  return digits;
 }
 
 }  // namespace
@@ -37,8 +44,7 @@ std::u16string replicaId(DBHANDLE db) {
   if (status != 0) {
     throw DominoApiToolsError(u"Could not retrieve replica information: " + errorText(status));
   }
-  const std::string digits = replay::format("%08X%08X", info.ID.Innards[1], info.ID.Innards[0]);
-  return base::toWideFromLocal(digits.c_str());
+  return hexDigits(std::uint64_t{info.ID.Innards[1]} << 32 | info.ID.Innards[0]);
 }
 
 std::u16string directoryReplicaId() {

@@ -78,6 +78,7 @@ void NsfNote::getTextList(const std::string& item, std::vector<std::u16string>& 
   if (clearFirst) texts.clear();
   if (isTextList(item)) {
     const WORD count = NSFItemGetTextListEntries(hNote_, item.c_str());
+    texts.reserve(texts.size() + count);
     for (WORD index = 0; index < count; ++index) {
       TextBuffer<NOTES_ITEM_TEXT_SIZE> text;
       NSFItemGetTextListEntry(hNote_, item.c_str(), index, text.data(), NOTES_ITEM_TEXT_SIZE);

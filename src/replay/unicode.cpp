@@ -80,21 +80,18 @@ class working_buffer {
   std::unique_ptr<Unit[]> many_;
 };
 
+// These two make the string from a range, which takes one allocation and a loop that the compiler
+// makes take many units at a time.
 std::string low_bytes(std::u16string_view text) {
-  std::string bytes;
-  bytes.reserve(text.size());
-  for (const char16_t unit : text) {
-    if (unit > 0xFF) throw unmappable_character("");
-    bytes += static_cast<char>(unit);
-  }
-  return bytes;
+  char16_t bits = 0;
+  for (const char16_t unit : text) bits |= unit;
+  if (bits > 0xFF) throw unmappable_character("");
+  return {text.begin(), text.end()};
 }
 
 std::u16string widened_bytes(std::string_view text) {
-  std::u16string units;
-  units.reserve(text.size());
-  for (const char byte : text) units += static_cast<unsigned char>(byte);
-  return units;
+  const auto* const bytes = reinterpret_cast<const unsigned char*>(text.data());
+  return {bytes, bytes + text.size()};
 }
 
 // Lower-cased, and without all but ASCII letters and digits.
