@@ -1,6 +1,10 @@
 #include "configuration/sender_filter_cache.h"
 
+#include <algorithm>
 #include <chrono>
+#include <ranges>
+#include <string_view>
+#include <utility>
 
 #include "notes/api.h"
 #include "notes/domino_api_tools.h"
@@ -22,6 +26,8 @@ constexpr NUMBER byEmail = 1;
 constexpr NUMBER byDomain = 2;
 constexpr NUMBER blackNumber = 1;
 constexpr NUMBER whiteNumber = 2;
+
+constexpr std::size_t longestWord = 6;  // of ":Black" and ":White"
 
 NUMBER numberOrNotSet(const NsfNote& note, const char* item) {
   return note.hasValue(item) ? note.getNumber(item) : notSet;
@@ -102,8 +108,16 @@ void SenderFilterCache::runSearch() {
     addFilter(id);
     return 0;
   });
+  putInOrder();
   if (status != 0) throw DominoApiError(u"Search failed" + errorText(status));
   connection.close();
+}
+
+// Of entries with one key the latest counts: the first of them from behind.
+void SenderFilterCache::putInOrder() {
+  std::ranges::stable_sort(filters_, {}, &Filter::key);
+  const auto others = std::ranges::unique(filters_ | std::views::reverse, {}, &Filter::key);
+  filters_.erase(filters_.begin(), others.begin().base());
 }
 
 // A note of no use does not end the search.
@@ -144,8 +158,8 @@ void SenderFilterCache::readFilter(NOTEID id) {
   connection.close();
 }
 
-// Of two entries with one key the later counts. A colour that is neither leaves no trace.
-void SenderFilterCache::enter(const SenderFilterNote& filter) {
+// A colour that is neither leaves no trace.
+void SenderFilterCache::enter(SenderFilterNote filter) {
   if (filter.key.empty()) {
     loadErrors_.push_back(
         u"Invalid item (" + filter.originalInput + u"). Action(" +
@@ -153,20 +167,21 @@ void SenderFilterCache::enter(const SenderFilterNote& filter) {
         u"), FilterColor(" + described(u"Filter color: ", filter.colour, u"Black.", u"White.") +
         u")");
   } else if (filter.colour == blackNumber) {
-    filters_[filter.key] = Colour::black;
+    filters_.push_back({std::move(filter.key), Colour::black});
   } else if (filter.colour == whiteNumber) {
-    filters_[filter.key] = Colour::white;
+    filters_.push_back({std::move(filter.key), Colour::white});
   }
 }
 
 void SenderFilterCache::print(std::u16string& out, unsigned indent) const {
   const std::u16string prefix = u"\n" + std::u16string(indent, u'\t');
-  out += u"SENDERFILTER CACHE";
+  constexpr std::u16string_view title = u"SENDERFILTER CACHE";
+  std::size_t size = out.size() + title.size();
+  for (const auto& [key, colour] : filters_) size += prefix.size() + key.size() + longestWord;
+  out.reserve(size);
+  out.append(title);
   for (const auto& [key, colour] : filters_) {
-    out += prefix;
-    out += key;
-    out += u":";
-    out += printWord(colour);
+    out.append(prefix).append(key).append(u":").append(printWord(colour));
   }
 }
 

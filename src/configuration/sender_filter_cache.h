@@ -6,7 +6,6 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -56,15 +55,21 @@ class SenderFilterCache {
   void load();
   void search();
   void runSearch();
+  void putInOrder();
   void addFilter(NOTEID id);
   void loadFilter(NOTEID id);
   void readFilter(NOTEID id);
-  void enter(const SenderFilterNote& filter);
+  void enter(SenderFilterNote filter);
 
   enum class Colour { black, white, none };
   static const char16_t* printWord(Colour colour);
 
-  std::map<std::u16string, Colour> filters_;  // by address or domain, exactly as stored
+  struct Filter {
+    std::u16string key;  // address or domain, exactly as stored
+    Colour colour;
+  };
+
+  std::vector<Filter> filters_;  // once the search has ended, each key once and in order
   std::int32_t refreshSeconds_;
   std::int64_t lastLoad_ = 0;  // seconds since 1970
   std::vector<std::u16string> loadErrors_;
