@@ -37,8 +37,18 @@ DirectoryEntry::DirectoryEntry(const NsfNote& note) {
   }
 }
 
+const DirectoryEntry::Late& DirectoryEntry::late() const {
+  static const Late nothing;
+  return late_ ? *late_ : nothing;
+}
+
+DirectoryEntry::Late& DirectoryEntry::late() {
+  if (!late_) late_ = std::make_unique<Late>();
+  return *late_;
+}
+
 void DirectoryEntry::fail(const DirectoryEntryError& error) {
-  status_ = error.message();
+  late().status = error.message();
   readyForImport_ = false;
 }
 
@@ -124,8 +134,8 @@ std::string DirectoryEntry::networkPath() const {
 void DirectoryEntry::readMailDatabase(DBHANDLE open) {
   try {
     NsfDbConnection connection(open);
-    replicaId_ = notes::DominoApiTools::replicaId(connection.handle());
-    name_ = titleOf(connection.handle());
+    late().replicaId = notes::DominoApiTools::replicaId(connection.handle());
+    late().name = titleOf(connection.handle());
     connection.close();
   } catch (const DominoApiToolsError& error) {
     throw DirectoryEntryError(u"Could not read replicaId: " + error.message());
@@ -138,15 +148,31 @@ void DirectoryEntry::readMailDatabase(DBHANDLE open) {
 
 std::u16string DirectoryEntry::print(unsigned indent) const {
   const std::u16string newLine = u"\n" + std::u16string(indent, u'\t');
-  return u"DIRECTORY ENTRY:" +                            //
-         newLine + u"Type............: " + type_ +        //
-         newLine + u"ReplicaId.......: " + replicaId_ +   //
-         newLine + u"Server name.....: " + mailServer_ +  //
-         newLine + u"Filepath........: " + filePath_ +    //
-         newLine + u"Name............: " + name_ +        //
-         newLine + u"Full name.......: " + fullName_ +    //
-         newLine + u"Status..........: " + status_ +      //
-         newLine + u"Ready for import: " + (readyForImport_ ? u"Yes" : u"No");
+  return base::joined({u"DIRECTORY ENTRY:",  //
+                       newLine,
+                       u"Type............: ",
+                       type_,  //
+                       newLine,
+                       u"ReplicaId.......: ",
+                       replicaId(),  //
+                       newLine,
+                       u"Server name.....: ",
+                       mailServer_,  //
+                       newLine,
+                       u"Filepath........: ",
+                       filePath_,  //
+                       newLine,
+                       u"Name............: ",
+                       name(),  //
+                       newLine,
+                       u"Full name.......: ",
+                       fullName_,  //
+                       newLine,
+                       u"Status..........: ",
+                       late().status,  //
+                       newLine,
+                       u"Ready for import: ",
+                       readyForImport_ ? u"Yes" : u"No"});
 }
 
 }  // namespace directory

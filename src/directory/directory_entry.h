@@ -4,6 +4,7 @@
 // file only when the import takes it up, which opens that file on its server.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -36,8 +37,8 @@ class DirectoryEntry {
   const std::u16string& mailServer() const { return mailServer_; }
   const std::u16string& filePath() const { return filePath_; }
   const std::u16string& fullName() const { return fullName_; }
-  const std::u16string& replicaId() const { return replicaId_; }
-  const std::u16string& name() const { return name_; }
+  const std::u16string& replicaId() const { return late().replicaId; }
+  const std::u16string& name() const { return late().name; }
 
  private:
   void readItems(const notes::NsfNote& note);
@@ -50,14 +51,22 @@ class DirectoryEntry {
   std::string networkPath() const;
   void readMailDatabase(DBHANDLE open);
 
-  std::u16string replicaId_;
+  // What is empty until the import takes the entry up. A directory may have hundreds of thousands
+  // of entries, which wait without it.
+  struct Late {
+    std::u16string replicaId;
+    std::u16string name;       // the title of the mail file
+    std::u16string spareText;  // the add-on's entries have it and leave it empty
+    std::u16string status;
+  };
+  const Late& late() const;
+  Late& late();
+
   std::u16string mailServer_;
   std::u16string filePath_;
-  std::u16string name_;       // the title of the mail file
-  std::u16string spareText_;  // the add-on's entries have it and leave it empty
-  std::u16string fullName_;   // all names of a person, run together
+  std::u16string fullName_;  // all names of a person, run together
   std::u16string type_;
-  std::u16string status_;
+  std::unique_ptr<Late> late_;  // null as long as all of it is empty
   bool readyForImport_ = true;
 };
 

@@ -113,11 +113,16 @@ void NabImport::writeProfile(const DirectoryEntry& entry, NOTEID id) {
   }
 }
 
-std::u16string NabImport::print(unsigned indent) const {
+void NabImport::print(std::u16string& out, unsigned indent) const {
   const std::u16string newLine = u"\n" + std::u16string(indent, u'\t');
-  std::u16string text = newLine + addressBooks_.print(indent);
-  for (const std::u16string& line : stepLines_) text += newLine + line;
-  return text + result_.print(indent);
+  const std::u16string books = addressBooks_.print(indent);
+  const std::u16string outcome = result_.print(indent);
+  std::size_t size = out.size() + newLine.size() + books.size() + outcome.size();
+  for (const std::u16string& line : stepLines_) size += newLine.size() + line.size();
+  out.reserve(size);
+  out.append(newLine).append(books);
+  for (const std::u16string& line : stepLines_) out.append(newLine).append(line);
+  out.append(outcome);
 }
 
 }  // namespace directory::NAB

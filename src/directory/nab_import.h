@@ -64,8 +64,9 @@ class NabImport {
 
   const ImportResult& result() const { return result_; }
 
-  /// The address books, the lines and the result of the last step, each line behind `indent` tabs.
-  std::u16string print(unsigned indent) const;
+  /// Adds the address books, the lines and the result of the last step to `out`, each line behind
+  /// `indent` tabs.
+  void print(std::u16string& out, unsigned indent) const;
 
  private:
   void loadDirectory();

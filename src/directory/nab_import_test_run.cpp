@@ -22,13 +22,13 @@ void testNabImport(base::ReportLog& report, bool writeToConsole) {
     return;
   }
   NAB::NabImport nabImport(batchSize, server, useNamesNsf(), true);
-  nabImport.step();
-  base::writeConsoleFirst(report, writeToConsole,
-                          u"LOADING DIRECTORY:\n" + nabImport.print(stepIndent));
-  while (!nabImport.done()) {
+  std::u16string text = u"LOADING DIRECTORY:\n";
+  do {
     nabImport.step();
-    base::writeConsoleFirst(report, writeToConsole, u"IMPORTING:" + nabImport.print(stepIndent));
-  }
+    nabImport.print(text, stepIndent);
+    base::writeConsoleFirst(report, writeToConsole, text);
+    text = u"IMPORTING:";
+  } while (!nabImport.done());
 }
 
 }  // namespace directory

@@ -20,20 +20,16 @@ using notes::DominoApiTools::errorText;
 
 constexpr std::array types = {"Person", "Database"};
 
-DirectoryEntry readEntry(const NsfDbConnection& connection, NOTEID id) {
-  std::optional<DirectoryEntry> entry;
-  {
-    const NoteHandle handle(connection, id);
-    entry.emplace(NsfNote(handle.handle()));
-  }
-  return *std::move(entry);
-}
-
 // An entry whose note does not close is none.
 void addEntry(const NsfDbConnection& connection, NOTEID id, std::deque<DirectoryEntry>& entries,
               std::vector<std::u16string>& messages) {
   try {
-    entries.push_back(readEntry(connection, id));
+    std::optional<DirectoryEntry> entry;
+    {
+      const NoteHandle handle(connection, id);
+      entry.emplace(NsfNote(handle.handle()));
+    }
+    entries.push_back(*std::move(entry));
   } catch (const DirectoryEntry::DirectoryEntryError& error) {
     messages.push_back(u"DirectoryEntryError: " + error.message());
   } catch (const NoteHandle::NoteHandleError& error) {

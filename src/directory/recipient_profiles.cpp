@@ -33,7 +33,7 @@ NOTEID lastMatch(DBHANDLE db, const std::string& replicaId) {
   // The compiled formula is not freed: it stays with the library until the end of its use.
   FORMULAHANDLE formula = 0;
   STATUS status = notes::compileFormula(
-      R"(SELECT @LowerCase(Form) = "qbprofile" & REPLICAID=")" + replicaId + '"', formula);
+      R"(SELECT @LowerCase(Form) = "qbprofile" & REPLICAID=")" + (replicaId + '"'), formula);
   if (status != 0) {
     throw GetUserByReplicaId::GetUserByReplicaIdError(u"Could not compile searchFormula: " +
                                                       errorText(status));

@@ -145,6 +145,7 @@ void getVrxEvents(std::vector<VrxEvent>& events) {
     NsfDbConnection connection(notes::configurationDatabase);
     FormulaSearch search(notes::configurationDatabase, "SELECT Form=\"qbEvent\"");
     search.search();
+    events.reserve(events.size() + search.count());
     for (std::size_t index = 0; index < search.count(); ++index) {
       try {
         loadEvent(search.noteId(index), events);
@@ -175,7 +176,7 @@ void loadEvent(NOTEID id, std::vector<VrxEvent>& events) {
 }
 
 std::u16string eventLine(const VrxEvent& event, int /*depth*/) {
-  return event.reported + u" [" + event.categoryText + u"] " + event.eventText;
+  return base::joined({event.reported, u" [", event.categoryText, u"] ", event.eventText});
 }
 
 }  // namespace documents

@@ -40,6 +40,7 @@ void InstalledUpdates::load() {
     NsfDbConnection connection(notes::configurationDatabase);
     FormulaSearch search(notes::configurationDatabase, "SELECT Form=\"qbinstallationupdatenote\"");
     search.search();
+    updates_.reserve(updates_.size() + search.count());
     for (std::size_t index = 0; index < search.count(); ++index) loadUpdate(search.noteId(index));
     connection.close();
   } catch (const FormulaSearch::FormulaSearchError& error) {
@@ -69,12 +70,25 @@ void InstalledUpdates::loadUpdate(NOTEID id) {
 std::u16string InstalledUpdates::print(int depth) const {
   const std::u16string outer = u"\n" + std::u16string(static_cast<std::size_t>(depth), u'\t');
   const std::u16string inner = outer + u"\t";
-  std::u16string text = u"INSTALLED UPDATES:";
+  constexpr std::u16string_view title = u"INSTALLED UPDATES:";
+  constexpr std::u16string_view date = u"Date:\t\t";
+  constexpr std::u16string_view item = u"Item:\t\t";
+  constexpr std::u16string_view version = u"Version:\t";
+  const std::size_t labels =
+      outer.size() + 3 * inner.size() + date.size() + item.size() + version.size();
+  std::size_t size = title.size();
+  for (const InstalledUpdate& update : updates_) {
+    size += labels + update.server.size() + update.date.size() + update.item.size() +
+            update.version.size();
+  }
+  std::u16string text;
+  text.reserve(size);
+  text.append(title);
   for (const InstalledUpdate& update : updates_) {
     text.append(outer).append(update.server);
-    text.append(inner).append(u"Date:\t\t").append(update.date);
-    text.append(inner).append(u"Item:\t\t").append(update.item);
-    text.append(inner).append(u"Version:\t").append(update.version);
+    text.append(inner).append(date).append(update.date);
+    text.append(inner).append(item).append(update.item);
+    text.append(inner).append(version).append(update.version);
   }
   return text;
 }

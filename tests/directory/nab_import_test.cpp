@@ -67,7 +67,9 @@ TEST_F(Import, EachLoadStartsItsListsAnewAndTellsWhetherItLeftLines) {
   startWith("");
   for (int load = 0; load < 2; ++load) {
     EXPECT_TRUE(import_.step());
-    EXPECT_EQ(narrow(import_.print(0)),
+    std::u16string text;
+    import_.print(text, 0);
+    EXPECT_EQ(narrow(text),
               "\n\nADDRESSBOKS:\nComplete path (names.nsf), Port (), Server (), File (names.nsf)"
               "\nMESSAGES\nSpecial setting - use names.nsf exclusively.\n\nIMPORT RESULT:0"
               "\nProcessed.: 0\nFailed....: 0\nUpdated...: 0\nCreated...: 0\nMESSAGES:");
