@@ -31,29 +31,18 @@ Contents contentsOf(std::u16string_view text) {
 
 bool isBeyondLatin1(char16_t unit) { return unit > 0xFF; }
 
-// Both give the end of what they wrote. This one takes a unit at a time and has no branch.
-char* putUnits(std::u16string_view text, char* out) {
-  for (const char16_t unit : text) {
-    *out = '\r';
-    out += isLineFeed(unit) ? 1 : 0;
-    *out++ = static_cast<char>(unit);
+// Narrows the text so that it ends where it is to end at last, and then moves each of its lines
+// forward to make room for a carriage return: two passes, each of which takes many bytes at a time.
+void putText(std::u16string_view text, std::size_t lineFeeds, char* out) {
+  char* const narrowed = out + lineFeeds;
+  std::ranges::transform(text, narrowed, [](char16_t unit) { return static_cast<char>(unit); });
+  std::string_view rest(narrowed, text.size());
+  for (auto size = rest.find('\n'); size != rest.npos; size = rest.find('\n')) {
+    out = std::copy_n(rest.data(), size, out);
+    *out++ = '\r';
+    *out++ = '\n';
+    rest.remove_prefix(size + 1);
   }
-  return out;
-}
-
-// Most blocks hold no line feed and are narrowed at once.
-char* putText(std::u16string_view text, char* out) {
-  constexpr std::size_t blockSize = 16;
-  for (; text.size() >= blockSize; text.remove_prefix(blockSize)) {
-    const char16_t* const units = text.data();
-    int lineFeeds = 0;
-    for (std::size_t i = 0; i < blockSize; ++i) {
-      out[i] = static_cast<char>(units[i]);
-      lineFeeds |= isLineFeed(units[i]) ? 1 : 0;
-    }
-    out = lineFeeds == 0 ? out + blockSize : putUnits({units, blockSize}, out);
-  }
-  return putUnits(text, out);
 }
 
 }  // namespace
@@ -73,7 +62,7 @@ void LineBytes::append(std::u16string_view text) {
   }
   const std::size_t newSize = size_ + text.size() + contents.lineFeeds;
   if (buffer_.size() < newSize) buffer_.resize(newSize);
-  putText(text, buffer_.data() + size_);
+  putText(text, contents.lineFeeds, buffer_.data() + size_);
   size_ = newSize;
 }
 

@@ -18,6 +18,16 @@ constexpr std::size_t localBufferSize = 1024;
 
 std::u16string widened(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
 
+template <typename Unit>
+std::basic_string<Unit> joinedParts(std::initializer_list<std::basic_string_view<Unit>> parts) {
+  std::size_t size = 0;
+  for (const auto part : parts) size += part.size();
+  std::basic_string<Unit> text;
+  text.reserve(size);
+  for (const auto part : parts) text.append(part);
+  return text;
+}
+
 }  // namespace
 
 std::u16string toWideFromUtf7(std::string_view text) {
@@ -37,13 +47,10 @@ std::string toStrictUtf8(std::u16string_view text) {
   return replay::unicode::to_narrow(text, utf8, true);
 }
 
+std::string joined(std::initializer_list<std::string_view> parts) { return joinedParts(parts); }
+
 std::u16string joined(std::initializer_list<std::u16string_view> parts) {
-  std::size_t size = 0;
-  for (const std::u16string_view part : parts) size += part.size();
-  std::u16string text;
-  text.reserve(size);
-  for (const std::u16string_view part : parts) text.append(part);
-  return text;
+  return joinedParts(parts);
 }
 
 std::u16string numberToText(std::uint32_t number) { return widened(std::to_string(number)); }

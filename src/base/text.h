@@ -28,6 +28,7 @@ std::u16string toWideFromLocal(const char* text);
 std::string toStrictUtf8(std::u16string_view text);
 
 /// The parts one behind the other, copied once.
+std::string joined(std::initializer_list<std::string_view> parts);
 std::u16string joined(std::initializer_list<std::u16string_view> parts);
 
 /// The decimal digits of a number, behind a minus sign if it is negative.

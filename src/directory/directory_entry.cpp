@@ -101,13 +101,13 @@ void DirectoryEntry::prepare() {
 void DirectoryEntry::complete() {
   if (filePath_.empty()) throw DirectoryEntryError(u"Filepath not set.");
   addExtension();
-  const std::string path = networkPath();
+  notes::TextBuffer<NOTES_PATH_SIZE> path = networkPath();
   DBHANDLE open = 0;
   const STATUS status =
-      notes::NSFDbOpenExtended(path.c_str(), 0, 0, nullptr, &open, nullptr, nullptr);
+      notes::NSFDbOpenExtended(path.data(), 0, 0, nullptr, &open, nullptr, nullptr);
   if (status != 0) {
     throw DirectoryEntryError(u"NSFDbOpenExtended failed (Path: " +
-                              base::toWideFromLocal(path.c_str()) + u"): " + errorText(status));
+                              base::toWideFromLocal(path.data()) + u"): " + errorText(status));
   }
   readMailDatabase(open);
 }
@@ -119,7 +119,7 @@ void DirectoryEntry::addExtension() {
   if (ending != u"nsf" && ending != u"ntf") filePath_ += u".nsf";
 }
 
-std::string DirectoryEntry::networkPath() const {
+notes::TextBuffer<NOTES_PATH_SIZE> DirectoryEntry::networkPath() const {
   const std::string filePathNarrow = base::toStrictUtf8(filePath_);
   const std::string mailServerNarrow = base::toStrictUtf8(mailServer_);
   notes::TextBuffer<NOTES_PATH_SIZE> path;
@@ -128,7 +128,7 @@ std::string DirectoryEntry::networkPath() const {
   if (status != 0) {
     throw DirectoryEntryError(u"OSPathNetConstruct failed: " + errorText(status));
   }
-  return path.data();
+  return path;
 }
 
 void DirectoryEntry::readMailDatabase(DBHANDLE open) {

@@ -10,6 +10,7 @@
 
 #include "base/error.h"
 #include "notes/abi.h"
+#include "notes/library_text.h"
 #include "notes/nsf_note.h"
 
 namespace directory {
@@ -48,7 +49,7 @@ class DirectoryEntry {
   void readMailFile(const notes::NsfNote& note);
   void complete();
   void addExtension();
-  std::string networkPath() const;
+  notes::TextBuffer<NOTES_PATH_SIZE> networkPath() const;
   void readMailDatabase(DBHANDLE open);
 
   // What is empty until the import takes the entry up. A directory may have hundreds of thousands

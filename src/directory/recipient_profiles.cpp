@@ -1,5 +1,6 @@
 #include "directory/recipient_profiles.h"
 
+#include "base/text.h"
 #include "notes/domino_api_tools.h"
 #include "notes/formula_search.h"
 #include "notes/note_handles.h"
@@ -33,7 +34,8 @@ NOTEID lastMatch(DBHANDLE db, const std::string& replicaId) {
   // The compiled formula is not freed: it stays with the library until the end of its use.
   FORMULAHANDLE formula = 0;
   STATUS status = notes::compileFormula(
-      R"(SELECT @LowerCase(Form) = "qbprofile" & REPLICAID=")" + (replicaId + '"'), formula);
+      base::joined({R"(SELECT @LowerCase(Form) = "qbprofile" & REPLICAID=")", replicaId, "\""}),
+      formula);
   if (status != 0) {
     throw GetUserByReplicaId::GetUserByReplicaIdError(u"Could not compile searchFormula: " +
                                                       errorText(status));
