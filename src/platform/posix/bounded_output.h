@@ -20,14 +20,31 @@ class BoundedOutput {
   explicit BoundedOutput(std::span<Unit> buffer)
       : begin_(buffer.data()), next_(begin_), end_(begin_ + buffer.size()) {}
 
-  /// Appends all the units, or none where there is no room for all.
-  template <typename... Units>
-  void put(Units... units) {
-    if (room() < sizeof...(units)) {
+  /// Appends a unit, of the low bits of its argument.
+  template <typename From>
+  void put(From unit) {
+    if (room() == 0) {
       overflowed_ = true;
     } else {
-      ((*next_++ = static_cast<Unit>(units)), ...);
+      *next_++ = static_cast<Unit>(unit);
     }
+  }
+
+  /// Appends `count` units, the first in the lowest place of `word`; none where there is no room
+  /// for all.
+  void putUnits(std::uint64_t word, std::size_t count) {
+    if (room() < count) {
+      overflowed_ = true;
+      return;
+    }
+    if (isLittleEndian && room() >= sizeof(word) / sizeof(Unit)) {
+      // One store of the whole word; what comes next goes over the part that is too much.
+      std::memcpy(next_, &word, sizeof(word));
+    } else {
+      for (std::size_t i = 0; i < count; ++i)
+        next_[i] = static_cast<Unit>(word >> 8 * sizeof(Unit) * i);
+    }
+    next_ += count;
   }
 
   /// Appends the ASCII units that `text` begins with and gives their number; once there is no room
@@ -58,11 +75,12 @@ class BoundedOutput {
 
  private:
   static constexpr std::size_t block = 8;
+  static constexpr bool isLittleEndian = std::endian::native == std::endian::little;
 
   std::size_t room() const { return static_cast<std::size_t>(end_ - next_); }
 
   template <typename From>
-  static unsigned bits(From unit) {
+  static std::uint32_t bits(From unit) {
     return static_cast<std::make_unsigned_t<From>>(unit);
   }
 
@@ -83,8 +101,8 @@ class BoundedOutput {
 
   // In front as the memory goes.
   static std::size_t clearBitsInFront(std::uint64_t word) {
-    const bool little = std::endian::native == std::endian::little;
-    return static_cast<std::size_t>(little ? std::countr_zero(word) : std::countl_zero(word));
+    return static_cast<std::size_t>(isLittleEndian ? std::countr_zero(word)
+                                                   : std::countl_zero(word));
   }
 
   Unit* begin_;

@@ -38,7 +38,8 @@ class Encoder {
   void add(char16_t unit) {
     if (unit == u'+') {
       closeRun();
-      out_.put('+', '-');
+      out_.put('+');
+      out_.put('-');
     } else if (isDirect(unit)) {
       closeRun();
       out_.put(unit);

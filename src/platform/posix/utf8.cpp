@@ -1,7 +1,8 @@
 #include "platform/posix/utf8.h"
 
-#include <cstddef>
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 #include "platform/posix/bounded_output.h"
 
@@ -15,67 +16,62 @@ bool isSurrogate(char32_t unit) { return (unit & 0xF800) == 0xD800; }
 bool isHighSurrogate(char32_t unit) { return (unit & 0xFC00) == 0xD800; }
 bool isLowSurrogate(char32_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
+bool isThreeBytes(char32_t unit) { return unit >= 0x800 && !isSurrogate(unit); }
+
 // A byte behind the lead byte, of the lowest bits.
 char32_t trail(char32_t bits) { return 0x80 | (bits & 0x3F); }
 
-// One character, or the part of a malformed one that a single replacement stands for.
-struct Sequence {
-  char32_t character;
-  std::uint8_t length;  // narrow, so that the whole is returned in a register
-  bool wellFormed;
-};
-
-Sequence malformed(std::size_t length) {
-  return {replacement, static_cast<std::uint8_t>(length), false};
+// Three bytes of each of two units, the first byte in the lowest place; both at once, each unit in
+// 24 bits of its own.
+std::uint64_t threeBytesEach(char32_t first, char32_t second) {
+  const std::uint64_t units = std::uint64_t{first} | std::uint64_t{second} << 24;
+  return 0x8080E08080E0 | (units >> 12 & 0x00000F00000F) | (units << 2 & 0x003F00003F00) |
+         (units << 16 & 0x3F00003F0000);
 }
 
-// The bytes of a sequence, by their place in it.
-class Bytes {
- public:
-  explicit Bytes(std::string_view text) : text_(text) {}
-  char32_t lead() const { return static_cast<unsigned char>(text_[0]); }
-  // The end of the text breaks a sequence as any other byte does.
-  bool continues(std::size_t i) const {
-    return i < text_.size() && (static_cast<unsigned char>(text_[i]) >> 6) == 2;
+// The bytes that are next, the first in the highest place. The end of the text breaks a sequence as
+// any other byte does: a zero stands for each that is missing.
+std::uint32_t nextBytes(const char* next, const char* end) {
+  unsigned char bytes[4] = {};
+  if (end - next >= 4) {
+    std::memcpy(bytes, next, 4);
+  } else {
+    std::copy(next, end, bytes);
   }
-  char32_t payload(std::size_t i) const { return static_cast<unsigned char>(text_[i]) & 0x3FU; }
-
- private:
-  std::string_view text_;
-};
-
-// The character of well-formed three bytes that `text` begins with, or 0.
-char32_t threeByteCharacter(std::string_view text) {
-  const Bytes bytes(text);
-  if (bytes.lead() >> 4 != 0xE || text.size() < 3) return 0;
-  const char32_t character = (bytes.lead() & 0x0F) << 12 | bytes.payload(1) << 6 | bytes.payload(2);
-  const bool inRange = character >= 0x800 && !isSurrogate(character);
-  return inRange && bytes.continues(1) && bytes.continues(2) ? character : 0;
+  return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
+         std::uint32_t{bytes[2]} << 8 | bytes[3];
 }
 
-Sequence malformedThreeBytes(std::string_view text) {
-  return malformed(Bytes(text).continues(1) ? 2 : 1);
+// The character of well-formed two, three or four bytes that are next, or 0.
+
+char32_t twoByteCharacter(std::uint32_t bytes) {
+  if ((bytes & 0xE0C00000) != 0xC0800000) return 0;
+  const char32_t character = (bytes >> 18 & 0x7C0) | (bytes >> 16 & 0x3F);
+  return character >= 0x80 ? character : 0;
 }
 
-Sequence decodeFourBytes(std::string_view text) {
-  const Bytes bytes(text);
-  if (!bytes.continues(1)) return malformed(1);
-  const char32_t start = (bytes.lead() & 0x07) << 6 | bytes.payload(1);
-  const bool inRange = start >= 0x10000 >> 12 && start <= 0x10FFFF >> 12;
-  if (!inRange || !bytes.continues(2)) return malformed(2);
-  if (!bytes.continues(3)) return malformed(3);
-  return {start << 12 | bytes.payload(2) << 6 | bytes.payload(3), 4, true};
+char32_t threeByteCharacter(std::uint32_t bytes) {
+  if ((bytes & 0xF0C0C000) != 0xE0808000) return 0;
+  const char32_t character = (bytes >> 12 & 0xF000) | (bytes >> 10 & 0xFC0) | (bytes >> 8 & 0x3F);
+  return character >= 0x800 && !isSurrogate(character) ? character : 0;
 }
 
-// Of a text that begins with neither an ASCII byte nor well-formed three bytes.
-Sequence decodeSequence(std::string_view text) {
-  const Bytes bytes(text);
-  const char32_t lead = bytes.lead();
-  if (lead < 0xC2 || lead > 0xF4) return malformed(1);
-  if (lead >= 0xF0) return decodeFourBytes(text);
-  if (lead >= 0xE0) return malformedThreeBytes(text);
-  if (!bytes.continues(1)) return malformed(1);
-  return {(lead & 0x1F) << 6 | bytes.payload(1), 2, true};
+char32_t fourByteCharacter(std::uint32_t bytes) {
+  if ((bytes & 0xF8C0C0C0) != 0xF0808080) return 0;
+  const char32_t character =
+      (bytes >> 6 & 0x1C0000) | (bytes >> 4 & 0x3F000) | (bytes >> 2 & 0xFC0) | (bytes & 0x3F);
+  return character >= 0x10000 && character <= 0x10FFFF ? character : 0;
+}
+
+// The length of the part of a malformed sequence that a single replacement stands for.
+int malformedLength(std::uint32_t bytes) {
+  const std::uint32_t lead = bytes >> 24;
+  const auto continues = [bytes](int shift) { return (bytes >> shift & 0xC0) == 0x80; };
+  if (lead < 0xC2 || lead > 0xF4 || !continues(16)) return 1;
+  if (lead < 0xF0) return 2;
+  const std::uint32_t start = bytes >> 16 & 0x73F;
+  const bool inRange = start >= 0x010 && start <= 0x40F;
+  return inRange && continues(8) ? 3 : 2;
 }
 
 }  // namespace
@@ -90,15 +86,22 @@ Conversion encodeUtf8(std::u16string_view text, std::span<char> buffer, bool& re
       continue;
     }
     ++next;
-    if (unit >= 0x800 && !isSurrogate(unit)) {
-      out.put(0xE0 | unit >> 12, trail(unit >> 6), trail(unit));
+    if (isThreeBytes(unit)) {
+      // In most scripts another one follows.
+      if (next != end && isThreeBytes(*next)) {
+        out.putUnits(threeBytesEach(unit, *next++), 6);
+      } else {
+        out.putUnits(threeBytesEach(unit, 0), 3);
+      }
     } else if (unit < 0x800) {
-      out.put(0xC0 | unit >> 6, trail(unit));
+      out.putUnits(0xC0 | unit >> 6 | trail(unit) << 8, 2);
     } else if (isHighSurrogate(unit) && next != end && isLowSurrogate(*next)) {
       unit = 0x10000 + ((unit & 0x3FF) << 10 | (*next++ & 0x3FFU));
-      out.put(0xF0 | unit >> 18, trail(unit >> 12), trail(unit >> 6), trail(unit));
+      out.putUnits(
+          0xF0 | unit >> 18 | trail(unit >> 12) << 8 | trail(unit >> 6) << 16 | trail(unit) << 24,
+          4);
     } else {
-      out.put(0xEF, 0xBF, 0xBD);
+      out.putUnits(0xBDBFEF, 3);
       replaced = true;
     }
   }
@@ -110,25 +113,25 @@ Conversion decodeUtf8(std::string_view text, bool strict, std::span<char16_t> bu
   bool wellFormed = true;
   const char* const end = text.data() + text.size();
   for (const char* next = text.data(); next != end;) {
-    const std::string_view rest(next, end);
     if (isAscii(*next)) {
-      next += out.putAscii(rest);
+      next += out.putAscii(std::string_view(next, end));
       continue;
     }
-    // Most of what is not ASCII, and faster apart from the rest.
-    if (const char32_t character = threeByteCharacter(rest); character != 0) {
-      out.put(character);
+    const std::uint32_t bytes = nextBytes(next, end);
+    if (const char32_t three = threeByteCharacter(bytes); three != 0) {
+      out.put(three);
       next += 3;
-      continue;
-    }
-    const Sequence sequence = decodeSequence(rest);
-    if (sequence.character < 0x10000) {
-      out.put(sequence.character);
+    } else if (const char32_t two = twoByteCharacter(bytes); two != 0) {
+      out.put(two);
+      next += 2;
+    } else if (const char32_t four = fourByteCharacter(bytes); four != 0) {
+      out.putUnits((0xD7C0 + (four >> 10)) | (0xDC00 | (four & 0x3FF)) << 16, 2);
+      next += 4;
     } else {
-      out.put(0xD7C0 + (sequence.character >> 10), 0xDC00 | (sequence.character & 0x3FF));
+      out.put(replacement);
+      next += malformedLength(bytes);
+      wellFormed = false;
     }
-    wellFormed = wellFormed && sequence.wellFormed;
-    next += sequence.length;
   }
   // Want of room comes before malformed text, whichever was met first.
   const Conversion result = out.result();
