@@ -37,7 +37,7 @@ void putText(std::u16string_view text, std::size_t lineFeeds, char* out) {
   char* const narrowed = out + lineFeeds;
   std::ranges::transform(text, narrowed, [](char16_t unit) { return static_cast<char>(unit); });
   std::string_view rest(narrowed, text.size());
-  for (auto size = rest.find('\n'); size != rest.npos; size = rest.find('\n')) {
+  for (auto size = rest.find('\n'); size != std::string_view::npos; size = rest.find('\n')) {
     out = std::copy_n(rest.data(), size, out);
     *out++ = '\r';
     *out++ = '\n';

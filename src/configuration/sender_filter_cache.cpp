@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <ranges>
 #include <string_view>
 #include <utility>
 
@@ -116,8 +115,9 @@ void SenderFilterCache::runSearch() {
 // Of entries with one key the latest counts: the first of them from behind.
 void SenderFilterCache::putInOrder() {
   std::ranges::stable_sort(filters_, {}, &Filter::key);
-  const auto others = std::ranges::unique(filters_ | std::views::reverse, {}, &Filter::key);
-  filters_.erase(filters_.begin(), others.begin().base());
+  const auto sameKey = [](const Filter& one, const Filter& other) { return one.key == other.key; };
+  const auto latest = std::unique(filters_.rbegin(), filters_.rend(), sameKey);
+  filters_.erase(filters_.begin(), latest.base());
 }
 
 // A note of no use does not end the search.
