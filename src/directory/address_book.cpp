@@ -26,8 +26,8 @@ AddressBook::AddressBook(std::u16string path)
 }
 
 std::u16string AddressBook::describe() const {
-  return u"Complete path (" + completePath_ + u"), Port (" + portPart_ + u"), Server (" +
-         serverPart_ + u"), File (" + filePart_ + u")";
+  return base::joined({u"Complete path (", completePath_, u"), Port (", portPart_, u"), Server (",
+                       serverPart_, u"), File (", filePart_, u")"});
 }
 
 }  // namespace directory

@@ -97,10 +97,12 @@ void AddressBooks::addListed(HANDLE block, WORD count) {
 std::u16string AddressBooks::print(unsigned indent) const {
   const std::u16string newLine = u"\n" + std::u16string(indent, u'\t');
   std::u16string text = newLine + u"ADDRESSBOKS:";
-  if (!searchServer_.empty()) text += newLine + u"Searched using server: " + searchServer_;
-  for (const AddressBook& book : books_) text += newLine + book.describe();
-  text += newLine + u"MESSAGES";
-  for (const std::u16string& message : messages_) text += newLine + message;
+  if (!searchServer_.empty()) {
+    text.append(newLine).append(u"Searched using server: ").append(searchServer_);
+  }
+  for (const AddressBook& book : books_) text.append(newLine).append(book.describe());
+  text.append(newLine).append(u"MESSAGES");
+  for (const std::u16string& message : messages_) text.append(newLine).append(message);
   return text;
 }
 

@@ -18,12 +18,14 @@ std::u16string ImportResult::print(unsigned indent) const {
   const std::u16string tabs(indent, u'\t');
   const std::u16string newLine = u"\n" + tabs;
   // The number of entries taken up stands twice.
-  std::u16string text = u"\n" + newLine + u"IMPORT RESULT:" + numberToText(processed);
-  text += newLine + u"Processed.: " + numberToText(processed);
-  text += newLine + u"Failed....: " + numberToText(failed);
-  text += newLine + u"Updated...: " + numberToText(updated);
-  text += newLine + u"Created...: " + numberToText(created);
-  text += newLine + u"MESSAGES:";
+  std::u16string text = base::joined({
+      u"\n", newLine, u"IMPORT RESULT:", numberToText(processed),  //
+      newLine, u"Processed.: ", numberToText(processed),           //
+      newLine, u"Failed....: ", numberToText(failed),              //
+      newLine, u"Updated...: ", numberToText(updated),             //
+      newLine, u"Created...: ", numberToText(created),             //
+      newLine, u"MESSAGES:",                                       //
+  });
   for (const std::u16string& message : messages) text.append(u"\n\t").append(tabs).append(message);
   return text;
 }
