@@ -1,6 +1,6 @@
 // One line of a store as what it says, and back. STORE.md describes the format.
 //
-// The only file of the library that knows JSON. It judges single lines; what a line that says
+// The only file that knows the JSON library. It judges single lines; what a line that says
 // nothing means for the store is the caller's to know.
 #pragma once
 
