@@ -6,15 +6,15 @@
 
 namespace standin {
 
-void NoteIndex::put(Note note) {
-  const auto shared = std::make_shared<const Note>(std::move(note));
-  SharedNote& place = notes_[shared->id];
+void NoteIndex::put(const SharedNote& note) {
+  // Most come in the order of their ids, the highest last.
+  SharedNote& place = notes_.try_emplace(notes_.end(), note->id)->second;
   if (place != nullptr && place->profile.has_value()) {
     const auto former = profiles_.find(place->profile->key());
-    if (former != profiles_.end() && former->second == shared->id) profiles_.erase(former);
+    if (former != profiles_.end() && former->second == note->id) profiles_.erase(former);
   }
-  if (shared->profile.has_value()) profiles_[shared->profile->key()] = shared->id;
-  place = shared;
+  if (note->profile.has_value()) profiles_[note->profile->key()] = note->id;
+  place = note;
 }
 
 SharedNote NoteIndex::find(NOTEID id) const {

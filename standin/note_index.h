@@ -19,7 +19,7 @@ using SharedNote = std::shared_ptr<const Note>;
 class NoteIndex {
  public:
   /// Takes a note in; one of the same id gives way.
-  void put(Note note);
+  void put(const SharedNote& note);
 
   /// Both give null if there is none.
   SharedNote find(NOTEID id) const;

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <limits>
+#include <unordered_set>
 #include <utility>
 
 #include "status.h"
@@ -40,12 +41,53 @@ std::optional<std::string> bytesOf(std::string_view digits) {
   return bytes;
 }
 
+void NoteReader::begin() {
+  places_.clear();
+  isWhole_ = false;
+  failedAt_ = 0;
+  wrongMembers_.clear();
+  hasItems_ = false;
+  profile_.reset();
+  user_.reset();
+  note_ = {};
+}
+
 std::optional<Note> NoteReader::takeNote() {
   const bool isNote = isWhole_ && hasItems_ && note_.id != 0 && wrongMembers_.empty() &&
                       wrongItems_.empty() && (profile_.has_value() || !user_.has_value());
   if (!isNote) return std::nullopt;
   if (profile_.has_value()) note_.profile = {*std::move(profile_), std::move(user_).value_or("")};
+  mergeItems();
   return std::move(note_);
+}
+
+// Of the items of one name the first gives the place and the last the value. Only among few is it
+// fast to look at each name.
+void NoteReader::mergeItems() {
+  constexpr std::size_t few = 16;
+  std::vector<Item>& merged = note_.items;
+  if (items_.size() <= few) {
+    merged.reserve(items_.size());
+    for (Item& item : items_) note_.set(item.name, std::move(item.value));
+    return;
+  }
+  merged.swap(items_);
+  const auto hash = [&](std::size_t place) { return hashOfName(merged[place].name); };
+  const auto areSame = [&](std::size_t one, std::size_t other) {
+    return equalNames(merged[one].name, merged[other].name);
+  };
+  std::unordered_set<std::size_t, decltype(hash), decltype(areSame)> places(merged.size(), hash,
+                                                                            areSame);
+  std::size_t count = 0;
+  for (std::size_t from = 0; from < merged.size(); ++from) {
+    if (from != count) std::swap(merged[count], merged[from]);
+    const auto [place, isNew] = places.insert(count);
+    if (isNew)
+      ++count;
+    else
+      merged[*place].value = std::move(merged[count].value);
+  }
+  merged.resize(count);
 }
 
 bool NoteReader::number_unsigned(std::uint64_t number) {
@@ -60,8 +102,7 @@ bool NoteReader::start_object(std::size_t) {
   } else if (isIn(Place::line) && member_ == "items") {
     places_.push_back(Place::items);
     hasItems_ = true;
-    note_.items.clear();
-    itemPlaces_.clear();
+    items_.clear();
     wrongItems_.clear();
   } else if (isIn(Place::other) || isIn(Place::form)) {
     places_.push_back(Place::other);
@@ -145,9 +186,7 @@ void NoteReader::takeMember(Value value) {
 
 void NoteReader::takeItem(Value value) {
   judge(wrongItems_, item_, value.has_value() && !item_.empty());
-  const auto [place, isNew] = itemPlaces_.try_emplace(lowered(item_), note_.items.size());
-  if (isNew) note_.items.push_back({item_, {}});
-  if (value.has_value()) note_.items[place->second].value = *std::move(value);
+  items_.push_back({item_, std::move(value).value_or("")});
 }
 
 void NoteReader::takeEntry(Value value) {

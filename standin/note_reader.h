@@ -9,7 +9,6 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "note.h"
@@ -19,8 +18,12 @@ namespace standin {
 /// What digits stand for, two of base 16 for each byte, or nothing if there is anything else.
 std::optional<std::string> bytesOf(std::string_view digits);
 
+/// Reads one line after the other: what it needs for one serves the next.
 class NoteReader {
  public:
+  /// Forgets the line before.
+  void begin();
+
   /// The note, if the whole line has been read and is one. It leaves the object.
   std::optional<Note> takeNote();
 
@@ -57,6 +60,7 @@ class NoteReader {
   using Value = std::optional<ItemValue>;  // nothing for what no item can be
   using Names = std::set<std::string>;
 
+  void mergeItems();
   bool isIn(Place place) const { return !places_.empty() && places_.back() == place; }
   bool take(Value value);
   void takeMember(Value value);
@@ -77,10 +81,10 @@ class NoteReader {
   std::optional<std::string> user_;
   Note note_;
 
-  std::string item_;  // the last name
+  std::string item_;         // the last name
+  std::vector<Item> items_;  // as they come, of a name perhaps several
   Names wrongItems_;
-  std::unordered_map<std::string, std::size_t> itemPlaces_;  // by their names in small letters
-  std::optional<TextList> list_;                             // none if an entry is no text
+  std::optional<TextList> list_;  // none if an entry is no text
 
   std::optional<std::string> form_;  // the name of the only member
   std::optional<std::string> formText_;

@@ -92,8 +92,9 @@ DatabaseInfo infoFrom(const Json& line) {
 // The parser takes a zero byte for the end of its text.
 bool hasZero(std::string_view line) { return line.find('\0') != std::string_view::npos; }
 
-// Whether all of a line is JSON, and what the reader makes of it.
+// Whether all of a line is JSON, of which the reader makes what it says.
 bool parse(std::string_view line, NoteReader& reader) {
+  reader.begin();
   return !hasZero(line) && Json::sax_parse(line, &reader);
 }
 
@@ -110,8 +111,7 @@ std::optional<DatabaseInfo> readDatabaseLine(std::string_view line) {
   }
 }
 
-std::optional<Note> readNoteLine(std::string_view line) {
-  NoteReader reader;
+std::optional<Note> readNoteLine(std::string_view line, NoteReader& reader) {
   return parse(line, reader) ? reader.takeNote() : std::nullopt;
 }
 

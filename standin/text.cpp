@@ -1,6 +1,7 @@
 #include "text.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 
 namespace standin {
@@ -65,6 +66,13 @@ std::string raised(std::string_view text) {
 bool equalNames(std::string_view left, std::string_view right) {
   return std::equal(left.begin(), left.end(), right.begin(), right.end(),
                     [](char a, char b) { return loweredLetter(a) == loweredLetter(b); });
+}
+
+std::size_t hashOfName(std::string_view name) {
+  std::uint64_t hash = 0xCBF29CE484222325;
+  for (const char letter : name)
+    hash = (hash ^ static_cast<unsigned char>(loweredLetter(letter))) * 0x100000001B3;
+  return static_cast<std::size_t>(hash);
 }
 
 bool isUtf8(std::string_view text) {

@@ -22,6 +22,9 @@ std::string raised(std::string_view text);
 /// True for texts that differ in the case of ASCII letters at most.
 bool equalNames(std::string_view left, std::string_view right);
 
+/// The same for names that are equal.
+std::size_t hashOfName(std::string_view name);
+
 /// True for texts that are well-formed UTF-8: shortest forms only, no surrogates, up to U+10FFFF.
 bool isUtf8(std::string_view text);
 
