@@ -1,8 +1,9 @@
 #include "note_reader.h"
 
+#include <bit>
 #include <charconv>
+#include <iterator>
 #include <limits>
-#include <unordered_set>
 #include <utility>
 
 #include "status.h"
@@ -61,33 +62,32 @@ std::optional<Note> NoteReader::takeNote() {
   return std::move(note_);
 }
 
-// Of the items of one name the first gives the place and the last the value. Only among few is it
-// fast to look at each name.
+// Of the items of one name the first gives the place and the last the value. Each name goes into
+// the first free slot from that of its hash on; half of the slots stay free.
 void NoteReader::mergeItems() {
-  constexpr std::size_t few = 16;
-  std::vector<Item>& merged = note_.items;
-  if (items_.size() <= few) {
-    merged.reserve(items_.size());
-    for (Item& item : items_) note_.set(item.name, std::move(item.value));
+  constexpr std::size_t none = std::numeric_limits<std::size_t>::max();
+  const std::size_t mask = std::bit_ceil(2 * items_.size() + 1) - 1;
+  std::vector<std::size_t> places(mask + 1, none);
+  std::size_t count = 0;
+  for (Item& item : items_) {
+    std::size_t slot = hashOfName(item.name) & mask;
+    while (places[slot] != none && !equalNames(items_[places[slot]].name, item.name))
+      slot = (slot + 1) & mask;
+    if (places[slot] != none) {
+      items_[places[slot]].value = std::move(item.value);
+      continue;
+    }
+    if (&items_[count] != &item) items_[count] = std::move(item);
+    places[slot] = count++;
+  }
+  items_.resize(count);
+  constexpr std::size_t few = 256;
+  if (count > few) {  // moving them costs more than what they leave free behind them
+    note_.items.swap(items_);
     return;
   }
-  merged.swap(items_);
-  const auto hash = [&](std::size_t place) { return hashOfName(merged[place].name); };
-  const auto areSame = [&](std::size_t one, std::size_t other) {
-    return equalNames(merged[one].name, merged[other].name);
-  };
-  std::unordered_set<std::size_t, decltype(hash), decltype(areSame)> places(merged.size(), hash,
-                                                                            areSame);
-  std::size_t count = 0;
-  for (std::size_t from = 0; from < merged.size(); ++from) {
-    if (from != count) std::swap(merged[count], merged[from]);
-    const auto [place, isNew] = places.insert(count);
-    if (isNew)
-      ++count;
-    else
-      merged[*place].value = std::move(merged[count].value);
-  }
-  merged.resize(count);
+  note_.items.assign(std::make_move_iterator(items_.begin()),
+                     std::make_move_iterator(items_.end()));
 }
 
 bool NoteReader::number_unsigned(std::uint64_t number) {
