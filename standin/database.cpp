@@ -94,9 +94,9 @@ bool Database::lookBehind(const StoreFile& file, const FileState& state) {
 
   Look next = look_;
   next.state = state;
-  std::vector<Note> notes = readNotes(std::string_view(text).substr(known), next);
+  const std::vector<SharedNote> notes = readNotes(std::string_view(text).substr(known), next);
   next.before = bytesBefore(text, known + static_cast<std::size_t>(next.end - look_.end));
-  for (Note& note : notes) notes_.put(std::move(note));
+  for (const SharedNote& note : notes) notes_.put(note);
   look_ = std::move(next);
   return true;
 }
@@ -106,7 +106,7 @@ void Database::lookAnew(const StoreFile& file, const FileState& state) {
   const std::size_t first = withoutZeros(std::string_view(text).substr(0, text.find('\n'))).size();
   const auto info = readDatabaseLine(withoutReturn(std::string_view(text).substr(0, first)));
   if (!info.has_value()) throw Failure(Status::foreignFile);
-  if (text.size() < state.size) text += file.read(text.size(), state.size);
+  if (text.size() < state.size) text = file.read(0, state.size);
 
   const std::string_view content = withoutZeros(text);
   const bool firstHasFeed = content.substr(first).starts_with('\n');
@@ -114,7 +114,7 @@ void Database::lookAnew(const StoreFile& file, const FileState& state) {
   Look next;
   next.state = state;
   next.kept = first;
-  std::vector<Note> notes;
+  std::vector<SharedNote> notes;
   if (firstHasFeed) {
     next.lines = 1;
     next.end = first + 1;
@@ -122,7 +122,7 @@ void Database::lookAnew(const StoreFile& file, const FileState& state) {
     next.before = bytesBefore(text, static_cast<std::size_t>(next.end));
   }
   NoteIndex index;
-  for (Note& note : notes) index.put(std::move(note));
+  for (const SharedNote& note : notes) index.put(note);
   info_ = *info;
   notes_ = std::move(index);
   look_ = std::move(next);
@@ -130,25 +130,26 @@ void Database::lookAnew(const StoreFile& file, const FileState& state) {
 
 // The notes of the lines in `text`, which stands behind the end of `look`; moves the look behind
 // the last of them that has its line feed.
-std::vector<Note> Database::readNotes(std::string_view text, Look& look) {
+std::vector<SharedNote> Database::readNotes(std::string_view text, Look& look) {
   text = withoutZeros(text);
-  std::vector<Note> notes;
+  std::vector<SharedNote> notes;
+  NoteReader reader;
   for (std::size_t feed = text.find('\n'); feed != std::string_view::npos; feed = text.find('\n')) {
     const std::string_view line = withoutReturn(text.substr(0, feed));
     ++look.lines;
     look.end += feed + 1;
     text.remove_prefix(feed + 1);
     if (line.empty()) continue;
-    auto note = readNoteLine(line);
+    auto note = readNoteLine(line, reader);
     if (!note.has_value()) failAtLine(look.lines);
-    notes.push_back(std::move(*note));
+    notes.push_back(std::make_shared<const Note>(*std::move(note)));
   }
   look.kept = look.end;
   if (text.empty()) return notes;
-  auto last = readNoteLine(withoutReturn(text));
+  auto last = readNoteLine(withoutReturn(text), reader);
   if (!last.has_value() && !isTorn(text)) failAtLine(look.lines + 1);
   if (!last.has_value()) return notes;
-  notes.push_back(std::move(*last));
+  notes.push_back(std::make_shared<const Note>(*std::move(last)));
   look.kept += text.size();
   return notes;
 }

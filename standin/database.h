@@ -75,7 +75,7 @@ class Database {
   void lookAnew(const StoreFile& file, const FileState& state);
   void keepTorn(const StoreFile& file) const;
   NOTEID idFor(const Note& note) const;
-  static std::vector<Note> readNotes(std::string_view text, Look& look);
+  static std::vector<SharedNote> readNotes(std::string_view text, Look& look);
 
   std::string path_;
   std::chrono::milliseconds lockWait_;  // none any more, once it was in vain

@@ -45,7 +45,7 @@ SEARCH_MATCH matchOf(const Note& note, TIMEDATE replicaId) {
 STATUS search(const std::vector<SharedNote>& notes, const Formula& formula, TIMEDATE replicaId,
               NSFSEARCHPROC callback, void* context) {
   for (const SharedNote& note : notes) {
-    if (!formula(*note)) continue;
+    if (!formula.selects(*note)) continue;
     SEARCH_MATCH match = matchOf(*note, replicaId);
     WORD emptySummary = 0;
     const STATUS status = callback(context, &match, &emptySummary);
@@ -70,7 +70,7 @@ STATUS NOTES_CALL NSFFormulaCompile(const char*, WORD, const char* formula, WORD
     };
     const std::string_view text(formula, formula_length);
     try {
-      *handle = session().formulas.add(compileFormula(text));
+      *handle = session().formulas.add(std::make_shared<const Formula>(compileFormula(text)));
     } catch (const FormulaFailure& failure) {
       tell(reportOf(failure, text));
       throw;
@@ -86,13 +86,13 @@ STATUS NOTES_CALL NSFSearch(DBHANDLE db, FORMULAHANDLE formula, const char*, WOR
   STATUS ofCallback = 0;
   const STATUS ofSearch = guard([&] {
     const Database& database = *session().databases.at(db);
-    const Formula selects = session().formulas.at(formula);
+    const std::shared_ptr<const Formula> compiled = session().formulas.at(formula);
     if (callback == nullptr) throw Failure(Status::missingArgument);
     if (flags != 0 || note_class != NOTE_CLASS_DATA || since != nullptr)
       throw Failure(Status::unknownSearch);
     const TIMEDATE begin = currentTime();
-    ofCallback =
-        search(database.notes().documents(), selects, database.info().replicaId, callback, context);
+    ofCallback = search(database.notes().documents(compiled->conditions), *compiled,
+                        database.info().replicaId, callback, context);
     if (ofCallback == 0 && until != nullptr) *until = begin;
   });
   return ofSearch != 0 ? ofSearch : ofCallback;

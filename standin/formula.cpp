@@ -1,6 +1,7 @@
 #include "formula.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <variant>
@@ -91,10 +92,14 @@ class Compiler {
     const std::size_t offset = first.offset;
     std::vector<Condition> conditions{asCondition(std::move(first))};
     while (accept(mark)) conditions.push_back(asCondition(operand()));
-    Condition all = [conditions = std::move(conditions), decisive](const Note& note) {
+    Condition all;
+    if (!decisive)  // what is true for one of them is true for the whole
+      for (Condition& one : conditions)
+        std::ranges::move(one.conditions, std::back_inserter(all.conditions));
+    all.selects = [conditions = std::move(conditions), decisive](const Note& note) {
       const bool isSettled =
           std::any_of(conditions.begin(), conditions.end(),
-                      [&](const Condition& one) { return one(note) == decisive; });
+                      [&](const Condition& one) { return one.selects(note) == decisive; });
       return isSettled ? decisive : !decisive;
     };
     return {std::move(all), offset, end_};
@@ -116,9 +121,12 @@ class Compiler {
       const std::size_t offset = left.offset;
       Value one = asValue(std::move(left));
       Value other = asValue(operand());
-      Condition compared = [wanted, one = std::move(one),
-                            other = std::move(other)](const Note& note) {
-        return haveOneInCommon(one(note), other(note)) == wanted;
+      Condition compared;
+      if (auto condition = textCondition(one, other); wanted && condition.has_value())
+        compared.conditions.push_back(*std::move(condition));
+      compared.selects = [wanted, one = std::move(one),
+                          other = std::move(other)](const Note& note) {
+        return haveOneInCommon(one, other, note) == wanted;
       };
       left = {std::move(compared), offset, end_};
     }
@@ -137,10 +145,10 @@ class Compiler {
   Part group() {
     const std::size_t offset = token_.offset;
     if (accept("!")) {
-      Condition negated = [inner = asCondition(operand())](const Note& note) {
-        return !inner(note);
+      auto negated = [inner = asCondition(operand())](const Note& note) {
+        return !inner.selects(note);
       };
-      return {std::move(negated), offset, end_};
+      return {Condition{std::move(negated), {}}, offset, end_};
     }
     expect("(");
     Part part = alternatives();
@@ -155,14 +163,14 @@ class Compiler {
         return function();
       case TokenKind::text:
         advance();
-        return {constantValue(token.text), token.offset, end_};
+        return {Value{token.text}, token.offset, end_};
       case TokenKind::number:
         advance();
-        return {constantValue(token.number), token.offset, end_};
+        return {Value{token.number}, token.offset, end_};
       case TokenKind::name:
         if (equalNames(token.spelling, "SELECT")) fail(Status::unexpectedText);
         advance();
-        return {fieldValue(token.spelling), token.offset, end_};
+        return {Value{Field{std::string(token.spelling)}}, token.offset, end_};
       default:
         failAtToken();
     }
@@ -174,12 +182,12 @@ class Compiler {
     const bool isFolding = name == "@lowercase" || name == "@uppercase";
     if (!isFolding && name != "@all") fail(Status::unknownFunction);
     advance();
-    if (!isFolding) return {Condition([](const Note&) { return true; }), offset, end_};
+    if (!isFolding) return {Condition{[](const Note&) { return true; }, {}}, offset, end_};
     expect("(");
     Value argument = asValue(alternatives());
     expect(")");
-    return {foldedValue(std::move(argument), name == "@lowercase" ? lowered : raised), offset,
-            end_};
+    argument.letters = name == "@lowercase" ? LetterCase::lower : LetterCase::upper;
+    return {std::move(argument), offset, end_};
   }
 
   FormulaLexer lexer_;

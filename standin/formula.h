@@ -2,16 +2,17 @@
 //
 // The library knows a part of the formula language, and refuses to compile whatever is not in it: a
 // formula that is understood only half would be answered with a wrong set of notes. README.md says
-// what the part is. A compiled formula is a function that can be called for any note and fails for
-// none.
+// what the part is. A compiled formula can be asked for any note and fails for none.
 #pragma once
 
 #include <cstddef>
 #include <functional>
 #include <string_view>
+#include <vector>
 
 #include "note.h"
 #include "status.h"
+#include "text_index.h"
 
 namespace standin {
 
@@ -29,8 +30,13 @@ class FormulaFailure : public Failure {
   std::size_t length_;
 };
 
-/// True for the notes that a search delivers.
-using Formula = std::function<bool(const Note&)>;
+struct Formula {
+  /// True for the notes that a search delivers.
+  std::function<bool(const Note&)> selects;
+
+  /// Conditions that are true for all of these, and perhaps for others: an index answers them.
+  std::vector<TextCondition> conditions;
+};
 
 /// Throws FormulaFailure.
 Formula compileFormula(std::string_view text);

@@ -1,42 +1,58 @@
 #include "formula_values.h"
 
 #include <algorithm>
-#include <utility>
+#include <span>
+#include <string_view>
 
 namespace standin {
 namespace {
 
-Scalars scalarsOf(const ItemValue* value) {
-  if (value == nullptr) return {std::string()};
-  if (const auto* entries = std::get_if<TextList>(value)) return {entries->begin(), entries->end()};
-  if (const auto* text = std::get_if<std::string>(value)) return {*text};
-  if (const auto* number = std::get_if<double>(value)) return {*number};
-  return {std::get<Moment>(*value)};
+using Texts = std::span<const std::string>;
+using Scalars = std::variant<Texts, double, Moment>;
+
+Scalars scalarsOf(const FormulaValue& value, const Note& note) {
+  if (const auto* text = std::get_if<std::string>(&value.source)) return Texts(text, 1);
+  if (const auto* number = std::get_if<double>(&value.source)) return *number;
+  const ItemValue* item = note.find(std::get<Field>(value.source).name);
+  if (const auto* number = std::get_if<double>(item)) return *number;
+  if (const auto* moment = std::get_if<Moment>(item)) return *moment;
+  return textsOf(item);
+}
+
+bool areEqual(std::string_view left, LetterCase ofLeft, std::string_view right,
+              LetterCase ofRight) {
+  return std::equal(
+      left.begin(), left.end(), right.begin(), right.end(),
+      [=](char one, char other) { return folded(one, ofLeft) == folded(other, ofRight); });
 }
 
 }  // namespace
 
-FormulaValue constantValue(Scalar scalar) {
-  return [scalars = Scalars{std::move(scalar)}](const Note&) { return scalars; };
-}
-
-FormulaValue fieldValue(std::string_view name) {
-  return [name = std::string(name)](const Note& note) { return scalarsOf(note.find(name)); };
-}
-
-FormulaValue foldedValue(FormulaValue argument, std::string (*fold)(std::string_view)) {
-  return [argument = std::move(argument), fold](const Note& note) {
-    Scalars scalars = argument(note);
-    for (Scalar& scalar : scalars)
-      if (auto* text = std::get_if<std::string>(&scalar)) *text = fold(*text);
-    return scalars;
-  };
-}
-
-bool haveOneInCommon(const Scalars& left, const Scalars& right) {
-  return std::any_of(left.begin(), left.end(), [&right](const Scalar& scalar) {
-    return std::find(right.begin(), right.end(), scalar) != right.end();
+bool haveOneInCommon(const FormulaValue& left, const FormulaValue& right, const Note& note) {
+  const Scalars ofLeft = scalarsOf(left, note);
+  const Scalars ofRight = scalarsOf(right, note);
+  if (ofLeft.index() != ofRight.index()) return false;
+  if (const auto* number = std::get_if<double>(&ofLeft))
+    return *number == std::get<double>(ofRight);
+  if (const auto* moment = std::get_if<Moment>(&ofLeft))
+    return *moment == std::get<Moment>(ofRight);
+  const Texts others = std::get<Texts>(ofRight);
+  return std::ranges::any_of(std::get<Texts>(ofLeft), [&](const std::string& one) {
+    return std::ranges::any_of(others, [&](const std::string& other) {
+      return areEqual(one, left.letters, other, right.letters);
+    });
   });
+}
+
+std::optional<TextCondition> textCondition(const FormulaValue& left, const FormulaValue& right) {
+  const auto* field = std::get_if<Field>(&left.source);
+  const auto* text = std::get_if<std::string>(&right.source);
+  if (field != nullptr && text != nullptr)
+    return TextCondition{lowered(field->name), left.letters, folded(*text, right.letters)};
+  if (std::holds_alternative<Field>(right.source) &&
+      std::holds_alternative<std::string>(left.source))
+    return textCondition(right, left);
+  return std::nullopt;
 }
 
 }  // namespace standin

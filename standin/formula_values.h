@@ -1,34 +1,33 @@
 // The values that formulas compare.
 //
 // A value stands for any number of scalars: a constant for one, a text list for each of its
-// entries.
+// entries. Nothing is copied to compare them.
 #pragma once
 
-#include <functional>
+#include <optional>
 #include <string>
-#include <string_view>
 #include <variant>
-#include <vector>
 
 #include "note.h"
+#include "text_index.h"
 
 namespace standin {
 
-using Scalar = std::variant<std::string, double, Moment>;
-using Scalars = std::vector<Scalar>;
+struct Field {
+  std::string name;
+};
 
-/// A side of a comparison, to be asked for each note.
-using FormulaValue = std::function<Scalars(const Note&)>;
-
-FormulaValue constantValue(Scalar scalar);
-
-/// An absent field stands for an empty text.
-FormulaValue fieldValue(std::string_view name);
-
-/// The argument with each of its texts put through `fold`.
-FormulaValue foldedValue(FormulaValue argument, std::string (*fold)(std::string_view));
+/// A side of a comparison. Of the functions around it only the outermost counts: each sets the case
+/// of all letters.
+struct FormulaValue {
+  std::variant<std::string, double, Field> source;
+  LetterCase letters = LetterCase::asItIs;
+};
 
 /// True if a scalar of one side equals one of the other. Scalars of different types never do.
-bool haveOneInCommon(const Scalars& left, const Scalars& right);
+bool haveOneInCommon(const FormulaValue& left, const FormulaValue& right, const Note& note);
+
+/// The same as a condition that an index answers, if one side is a field and the other a text.
+std::optional<TextCondition> textCondition(const FormulaValue& left, const FormulaValue& right);
 
 }  // namespace standin

@@ -15,6 +15,14 @@ auto findItem(Items& items, std::string_view name) {
 
 }  // namespace
 
+std::span<const std::string> textsOf(const ItemValue* value) {
+  static const std::string empty;
+  if (value == nullptr) return {&empty, 1};
+  if (const auto* entries = std::get_if<TextList>(value)) return *entries;
+  const auto* text = std::get_if<std::string>(value);
+  return {text, text == nullptr ? std::size_t{0} : 1};
+}
+
 std::pair<std::string, std::string> ProfileName::key() const {
   return {lowered(profile), lowered(user)};
 }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,6 +19,9 @@ namespace standin {
 
 using TextList = std::vector<std::string>;
 using ItemValue = std::variant<std::string, TextList, double, Moment>;
+
+/// The entries of a text list, or the text; an empty one for null, which stands for an absent item.
+std::span<const std::string> textsOf(const ItemValue* value);
 
 struct Item {
   std::string name;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "note.h"
+#include "text_index.h"
 
 namespace standin {
 
@@ -19,21 +20,26 @@ using SharedNote = std::shared_ptr<const Note>;
 class NoteIndex {
  public:
   /// Takes a note in; one of the same id gives way.
-  void put(Note note);
+  void put(const SharedNote& note);
 
   /// Both give null if there is none.
   SharedNote find(NOTEID id) const;
   SharedNote find(const ProfileName& name) const;
 
-  /// All notes but the profile notes, in the order of their ids.
-  std::vector<SharedNote> documents() const;
+  /// Notes that are no profile notes, in the order of their ids: among them all for which every one
+  /// of the conditions is true.
+  std::vector<SharedNote> documents(const std::vector<TextCondition>& conditions) const;
 
   /// An id that is higher than all others. Throws noIdsLeft.
   NOTEID nextId() const;
 
  private:
+  const TextIndex* textIndex(const TextCondition& condition) const;
+
   std::map<NOTEID, SharedNote> notes_;
   std::map<std::pair<std::string, std::string>, NOTEID> profiles_;
+  // By item and case of letters; each is made when it is first asked for.
+  mutable std::map<std::pair<std::string, LetterCase>, TextIndex> texts_;
 };
 
 }  // namespace standin

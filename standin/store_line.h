@@ -1,6 +1,6 @@
 // One line of a store as what it says, and back. STORE.md describes the format.
 //
-// The only file of the library that knows JSON. It judges single lines; what a line that says
+// The only file that knows the JSON library. It judges single lines; what a line that says
 // nothing means for the store is the caller's to know.
 #pragma once
 
@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "note.h"
+#include "note_reader.h"
 
 namespace standin {
 
@@ -21,7 +22,7 @@ struct DatabaseInfo {
 std::optional<DatabaseInfo> readDatabaseLine(std::string_view line);
 
 /// The note of any other line, or nothing if it is not one in full.
-std::optional<Note> readNoteLine(std::string_view line);
+std::optional<Note> readNoteLine(std::string_view line, NoteReader& reader);
 
 /// Whether a line that is no note may be the beginning of one: its text ends before it is a whole
 /// JSON value, be it in the midst of a character.

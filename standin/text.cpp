@@ -1,6 +1,7 @@
 #include "text.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 
 namespace standin {
@@ -48,23 +49,30 @@ WORD copyText(std::string_view text, char* buffer, std::size_t size) {
   return static_cast<WORD>(length);
 }
 
-std::string lowered(std::string_view text) {
+char folded(char letter, LetterCase letters) {
+  if (letters == LetterCase::lower) return loweredLetter(letter);
+  const bool isRaised = letters == LetterCase::upper && letter >= 'a' && letter <= 'z';
+  return isRaised ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+
+std::string folded(std::string_view text, LetterCase letters) {
   std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(), loweredLetter);
+  for (char& letter : result) letter = folded(letter, letters);
   return result;
 }
 
-std::string raised(std::string_view text) {
-  std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(), [](char letter) {
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-  });
-  return result;
-}
+std::string lowered(std::string_view text) { return folded(text, LetterCase::lower); }
 
 bool equalNames(std::string_view left, std::string_view right) {
   return std::equal(left.begin(), left.end(), right.begin(), right.end(),
                     [](char a, char b) { return loweredLetter(a) == loweredLetter(b); });
+}
+
+std::size_t hashOfName(std::string_view name) {
+  std::uint64_t hash = 0xCBF29CE484222325;
+  for (const char letter : name)
+    hash = (hash ^ static_cast<unsigned char>(loweredLetter(letter))) * 0x100000001B3;
+  return static_cast<std::size_t>(hash);
 }
 
 bool isUtf8(std::string_view text) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -16,11 +17,16 @@ WORD copyText(std::string_view text, char* buffer, std::size_t size);
 /// `text` with small letters for the capital ones of ASCII.
 std::string lowered(std::string_view text);
 
-/// `text` with capital letters for the small ones of ASCII.
-std::string raised(std::string_view text);
+/// How the letters of ASCII in a text are taken.
+enum class LetterCase : std::uint8_t { asItIs, lower, upper };
+char folded(char letter, LetterCase letters);
+std::string folded(std::string_view text, LetterCase letters);
 
 /// True for texts that differ in the case of ASCII letters at most.
 bool equalNames(std::string_view left, std::string_view right);
+
+/// The same for names that are equal.
+std::size_t hashOfName(std::string_view name);
 
 /// True for texts that are well-formed UTF-8: shortest forms only, no surrogates, up to U+10FFFF.
 bool isUtf8(std::string_view text);

@@ -209,6 +209,23 @@ TEST(Formula, SelectsExactlyWhatItSaysOrDoesNotCompile) {
               "The formula is nested too deeply at 1:108, 107+1");
 }
 
+TEST(Search, FindsTheTextsThatNotesHaveByNow) {
+  const Server server(header + noteLine(1, R"("a":["x","X"])") + noteLine(2, R"("a":"y")"));
+  const DBHANDLE db = openDatabase();
+  const std::string formula = R"(SELECT @LowerCase(A)="x" & b="")";
+  EXPECT_EQ(found(db, formula), "1");
+  std::ofstream("a.nsf", std::ios::app)
+      << noteLine(4, R"("a":["y","X"])") << noteLine(3, R"("a":"x","b":1)")
+      << noteLine(2, R"("a":"X")") << noteLine(1) << R"({"note":5,"profile":"p","items":{"a":"x"}})"
+      << '\n';
+  openDatabase();
+  EXPECT_EQ(found(db, formula), "2 4");
+  const NOTEHANDLE note = openNote(db, 2);
+  EXPECT_EQ(setText(note, "b", "1"), 0);
+  EXPECT_EQ(NSFNoteUpdate(note, 0), 0);
+  EXPECT_EQ(found(db, formula), "4");
+}
+
 TEST(Search, CallbackMayDoAnythingAndSeesTheNotesOfTheStart) {
   const Server server(header + noteLine(11) + noteLine(1) + noteLine(9) + noteLine(3));
   const DBHANDLE db = openDatabase();

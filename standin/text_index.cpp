@@ -1,0 +1,25 @@
+#include "text_index.h"
+
+namespace standin {
+
+void TextIndex::add(const Note& document) {
+  for (const std::string& text : textsOf(document.find(item_)))
+    documents_[folded(text, letters_)].insert(document.id);
+}
+
+void TextIndex::remove(const Note& document) {
+  for (const std::string& text : textsOf(document.find(item_))) {
+    const auto found = documents_.find(folded(text, letters_));
+    if (found == documents_.end()) continue;  // the text stands twice in a list
+    found->second.erase(document.id);
+    if (found->second.empty()) documents_.erase(found);
+  }
+}
+
+const std::set<NOTEID>& TextIndex::documentsWith(const std::string& text) const {
+  static const std::set<NOTEID> none;
+  const auto found = documents_.find(text);
+  return found == documents_.end() ? none : found->second;
+}
+
+}  // namespace standin

@@ -1,0 +1,37 @@
+// Which documents have a text in an item: what a search for it would otherwise ask every document.
+#pragma once
+
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "note.h"
+#include "text.h"
+
+namespace standin {
+
+/// That one of the texts of an item, its letters in this case, is this text.
+struct TextCondition {
+  std::string item;
+  LetterCase letters;
+  std::string text;
+};
+
+/// The documents by the texts of one item.
+class TextIndex {
+ public:
+  TextIndex(std::string item, LetterCase letters) : item_(std::move(item)), letters_(letters) {}
+
+  void add(const Note& document);
+  void remove(const Note& document);
+
+  const std::set<NOTEID>& documentsWith(const std::string& text) const;
+
+ private:
+  std::string item_;
+  LetterCase letters_;
+  std::unordered_map<std::string, std::set<NOTEID>> documents_;  // by texts in that case
+};
+
+}  // namespace standin
