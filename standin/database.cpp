@@ -15,11 +15,10 @@ namespace {
 // database of another library, of any size.
 constexpr std::uint64_t longestFirstLine = 65536;
 
-// The bytes of a text before its place `end` that a look keeps.
-std::string bytesBefore(std::string_view text, std::size_t end) {
-  constexpr std::size_t most = 1024;
-  const std::size_t kept = std::min(end, most);
-  return std::string(text.substr(end - kept, kept));
+// The last bytes of a file before its place `end`, which a look keeps.
+std::string bytesBefore(const StoreFile& file, std::uint64_t end) {
+  constexpr std::uint64_t most = 1024;
+  return file.read(end - std::min(end, most), end);
 }
 
 constexpr FileStatuses statuses(Status refused) {
@@ -88,70 +87,79 @@ bool Database::lookBehind(const StoreFile& file, const FileState& state) {
   if (look_.lines == 0 || look_.endsWithoutFeed() || !state.isSameFile(look_.state) ||
       state.size <= look_.state.size)
     return false;
-  const std::size_t known = look_.before.size();
-  const std::string text = file.read(look_.end - known, state.size);
-  if (!text.starts_with(look_.before)) return false;
+  if (bytesBefore(file, look_.end) != look_.before) return false;
 
   Look next = look_;
   next.state = state;
-  const std::vector<SharedNote> notes = readNotes(std::string_view(text).substr(known), next);
-  next.before = bytesBefore(text, known + static_cast<std::size_t>(next.end - look_.end));
-  for (const SharedNote& note : notes) notes_.put(note);
+  for (const SharedNote& note : readNotes(file, next)) notes_.put(note);
   look_ = std::move(next);
   return true;
 }
 
 void Database::lookAnew(const StoreFile& file, const FileState& state) {
-  std::string text = file.read(0, std::min(state.size, longestFirstLine));
-  const std::size_t first = withoutZeros(std::string_view(text).substr(0, text.find('\n'))).size();
-  const auto info = readDatabaseLine(withoutReturn(std::string_view(text).substr(0, first)));
+  const std::string text = file.read(0, std::min(state.size, longestFirstLine + 1));
+  const std::string_view line = withoutZeros(std::string_view(text).substr(0, text.find('\n')));
+  if (line.size() > longestFirstLine) throw Failure(Status::foreignFile);
+  const auto info = readDatabaseLine(withoutReturn(line));
   if (!info.has_value()) throw Failure(Status::foreignFile);
-  if (text.size() < state.size) text = file.read(0, state.size);
 
-  const std::string_view content = withoutZeros(text);
-  const bool firstHasFeed = content.substr(first).starts_with('\n');
-  if (!firstHasFeed && content.size() > first) throw Failure(Status::foreignFile);
   Look next;
   next.state = state;
-  next.kept = first;
-  std::vector<SharedNote> notes;
-  if (firstHasFeed) {
-    next.lines = 1;
-    next.end = first + 1;
-    notes = readNotes(content.substr(first + 1), next);
-    next.before = bytesBefore(text, static_cast<std::size_t>(next.end));
-  }
+  next.kept = line.size();
   NoteIndex index;
-  for (const SharedNote& note : notes) index.put(note);
+  if (std::string_view(text).substr(line.size()).starts_with('\n')) {
+    next.lines = 1;
+    next.end = line.size() + 1;
+    for (const SharedNote& note : readNotes(file, next)) index.put(note);
+  } else if (!withoutZeros(file.read(line.size(), state.size)).empty()) {
+    throw Failure(Status::foreignFile);
+  }
   info_ = *info;
   notes_ = std::move(index);
   look_ = std::move(next);
 }
 
-// The notes of the lines in `text`, which stands behind the end of `look`; moves the look behind
-// the last of them that has its line feed.
-std::vector<SharedNote> Database::readNotes(std::string_view text, Look& look) {
-  text = withoutZeros(text);
+// The notes of what stands behind the end of `look`, which moves behind the last of them that has
+// its line feed. The file is read in pieces, which serve each other's memory.
+std::vector<SharedNote> Database::readNotes(const StoreFile& file, Look& look) {
+  constexpr std::uint64_t pieceSize = 256 * 1024;
   std::vector<SharedNote> notes;
   NoteReader reader;
-  for (std::size_t feed = text.find('\n'); feed != std::string_view::npos; feed = text.find('\n')) {
-    const std::string_view line = withoutReturn(text.substr(0, feed));
+  std::string text;
+  for (std::uint64_t at = look.end; at < look.state.size; at += pieceSize) {
+    const std::size_t searched = text.size();
+    text += file.read(at, std::min(at + pieceSize, look.state.size));
+    text.erase(0, readLines(text, searched, reader, look, notes));
+  }
+  look.kept = look.end;
+  look.before = bytesBefore(file, look.end);
+  const std::string_view rest = withoutZeros(text);
+  if (rest.empty()) return notes;
+  auto last = readNoteLine(withoutReturn(rest), reader);
+  if (!last.has_value() && !isTorn(rest)) failAtLine(look.lines + 1);
+  if (!last.has_value()) return notes;
+  notes.push_back(std::make_shared<const Note>(*std::move(last)));
+  look.kept += rest.size();
+  return notes;
+}
+
+// Adds the notes of the lines that have their line feed, the first of which stands at `searched` or
+// behind it. Gives the length of what was read.
+std::size_t Database::readLines(std::string_view text, std::size_t searched, NoteReader& reader,
+                                Look& look, std::vector<SharedNote>& notes) {
+  std::size_t begin = 0;
+  for (auto feed = text.find('\n', searched); feed != std::string_view::npos;
+       feed = text.find('\n', begin)) {
+    const std::string_view line = withoutReturn(text.substr(begin, feed - begin));
     ++look.lines;
-    look.end += feed + 1;
-    text.remove_prefix(feed + 1);
+    look.end += feed + 1 - begin;
+    begin = feed + 1;
     if (line.empty()) continue;
     auto note = readNoteLine(line, reader);
     if (!note.has_value()) failAtLine(look.lines);
     notes.push_back(std::make_shared<const Note>(*std::move(note)));
   }
-  look.kept = look.end;
-  if (text.empty()) return notes;
-  auto last = readNoteLine(withoutReturn(text), reader);
-  if (!last.has_value() && !isTorn(text)) failAtLine(look.lines + 1);
-  if (!last.has_value()) return notes;
-  notes.push_back(std::make_shared<const Note>(*std::move(last)));
-  look.kept += text.size();
-  return notes;
+  return begin;
 }
 
 // Puts aside what the next write cuts off: a person may have written it.

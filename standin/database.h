@@ -75,7 +75,9 @@ class Database {
   void lookAnew(const StoreFile& file, const FileState& state);
   void keepTorn(const StoreFile& file) const;
   NOTEID idFor(const Note& note) const;
-  static std::vector<SharedNote> readNotes(std::string_view text, Look& look);
+  static std::vector<SharedNote> readNotes(const StoreFile& file, Look& look);
+  static std::size_t readLines(std::string_view text, std::size_t searched, NoteReader& reader,
+                               Look& look, std::vector<SharedNote>& notes);
 
   std::string path_;
   std::chrono::milliseconds lockWait_;  // none any more, once it was in vain

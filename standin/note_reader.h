@@ -18,11 +18,14 @@ namespace standin {
 /// What digits stand for, two of base 16 for each byte, or nothing if there is anything else.
 std::optional<std::string> bytesOf(std::string_view digits);
 
+/// The parser takes a zero byte for the end of its text.
+bool holdsZero(std::string_view line);
+
 /// Reads one line after the other: what it needs for one serves the next.
 class NoteReader {
  public:
-  /// Forgets the line before.
-  void begin();
+  /// Forgets the line before. Whether all of this one is JSON.
+  bool read(std::string_view line);
 
   /// The note, if the whole line has been read and is one. It leaves the object.
   std::optional<Note> takeNote();
@@ -54,6 +57,8 @@ class NoteReader {
   }
 
  private:
+  void begin();
+
   // What the reader is in: `form` is the object of a time or of bytes, `other` whatever means
   // nothing.
   enum class Place : std::uint8_t { line, items, list, form, other };

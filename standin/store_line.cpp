@@ -89,19 +89,10 @@ DatabaseInfo infoFrom(const Json& line) {
           {{hexNumber<DWORD>(replica.substr(8)), hexNumber<DWORD>(replica.substr(0, 8))}}};
 }
 
-// The parser takes a zero byte for the end of its text.
-bool hasZero(std::string_view line) { return line.find('\0') != std::string_view::npos; }
-
-// Whether all of a line is JSON, of which the reader makes what it says.
-bool parse(std::string_view line, NoteReader& reader) {
-  reader.begin();
-  return !hasZero(line) && Json::sax_parse(line, &reader);
-}
-
 }  // namespace
 
 std::optional<DatabaseInfo> readDatabaseLine(std::string_view line) {
-  if (hasZero(line)) return std::nullopt;
+  if (holdsZero(line)) return std::nullopt;
   try {
     return infoFrom(Json::parse(line));
   } catch (const Malformed&) {
@@ -112,12 +103,12 @@ std::optional<DatabaseInfo> readDatabaseLine(std::string_view line) {
 }
 
 std::optional<Note> readNoteLine(std::string_view line, NoteReader& reader) {
-  return parse(line, reader) ? reader.takeNote() : std::nullopt;
+  return reader.read(line) ? reader.takeNote() : std::nullopt;
 }
 
 bool isTorn(std::string_view line) {
   NoteReader reader;
-  return !parse(line, reader) && reader.endsEarly(line.size());
+  return !reader.read(line) && reader.endsEarly(line.size());
 }
 
 std::string noteLine(const Note& note) {
