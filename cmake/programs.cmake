@@ -2,6 +2,9 @@
 add_custom_target(shipped COMMENT "What the packages hold is built")
 if(WIN32)
   enable_language(RC)
+  set(install_bin .)
+else()
+  set(install_bin bin)
 endif()
 
 # The names of symbols and lines are of use to those who keep the build, and to them alone. What is
@@ -36,15 +39,40 @@ function(add_windows_resources program description)
   target_sources(${program} PRIVATE $<TARGET_OBJECTS:${program}_resources>)
 endfunction()
 
-# ship_program(<target> <description> <packages>): the program belongs to the packages: "everywhere"
+# The manual page of what is shipped for Linux: packaging/man/<name>.1.in. The name and the date of the
+# packed file would differ from build to build.
+function(ship_manual_page name)
+  set(page ${CMAKE_CURRENT_BINARY_DIR}/${name}.1)
+  configure_file(${PROJECT_SOURCE_DIR}/packaging/man/${name}.1.in ${page} @ONLY)
+  add_custom_command(OUTPUT ${page}.gz DEPENDS ${page} VERBATIM
+    COMMAND gzip -9nc ${page} > ${page}.gz)
+  add_custom_target(${name}_manual DEPENDS ${page}.gz)
+  add_dependencies(shipped ${name}_manual)
+  install(FILES ${page}.gz DESTINATION share/man/man1 COMPONENT linux)
+endfunction()
+
+# ship_program(<target> <description> <component>): the program belongs to the packages: "everywhere"
 # for all of them, "linux" for that of Debian alone.
-function(ship_program target description packages)
+function(ship_program target description component)
   target_compile_definitions(${target} PRIVATE PROGRAM_VERSION="${PROGRAM_VERSION}")
   separate_symbols(${target})
   if(WIN32)
     add_windows_resources(${target} ${description})
+  else()
+    ship_manual_page(${target})
   endif()
-  if(NOT WIN32 OR packages STREQUAL "everywhere")
+  if(NOT WIN32 OR component STREQUAL "everywhere")
     add_dependencies(shipped ${target})
+    install(TARGETS ${target} RUNTIME DESTINATION ${install_bin} COMPONENT ${component})
+  endif()
+endfunction()
+
+# ship_script(<file>.in): the same for a script, which is for Linux alone.
+function(ship_script file)
+  cmake_path(GET file STEM LAST_ONLY name)
+  if(NOT WIN32)
+    configure_file(${file} ${CMAKE_BINARY_DIR}/${name} @ONLY)
+    install(PROGRAMS ${CMAKE_BINARY_DIR}/${name} DESTINATION bin COMPONENT linux)
+    ship_manual_page(${name})
   endif()
 endfunction()
