@@ -40,14 +40,15 @@ require_packages() {
 # Configures and builds a preset.
 build_preset() {
   cmake --preset "$1" >/dev/null
-  cmake --build --preset "$1"
+  cmake --build --preset "$1" -- --quiet
 }
 
 # Runs the command behind the name $1 as one step in a shell of its own, so that a failure ends the
 # step and not the script. A line tells the name, how it went and how long; what the command wrote
-# shows only if it failed.
+# shows only if it failed. To be called where a failure is not looked at: "||" behind it would let the
+# command go on after a failure of its own.
 run_step() {
-  local name=$1 started=$SECONDS status output
+  local - name=$1 started=$SECONDS status output
   shift
   printf '%-12s ' "$name"
   output=$(mktemp)
@@ -57,7 +58,6 @@ run_step() {
     "$@"
   ) >"$output" 2>&1
   status=$?
-  set -e
   if [ "$status" -eq 0 ]; then
     echo "ok, $((SECONDS - started)) s"
   else
