@@ -13,7 +13,12 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# Without this the programs need three runtime DLLs that no server has.
-set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
-set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
-set(CMAKE_MODULE_LINKER_FLAGS_INIT -static)
+# Without -static the programs need three runtime DLLs that no server has. The linker's time stamp is
+# left out, so that a build can be repeated to the byte.
+set(linker_flags "-static -Wl,--dynamicbase,--nxcompat,--no-insert-timestamp")
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL x86_64)
+  string(APPEND linker_flags " -Wl,--high-entropy-va")
+endif()
+set(CMAKE_EXE_LINKER_FLAGS_INIT ${linker_flags})
+set(CMAKE_SHARED_LINKER_FLAGS_INIT ${linker_flags})
+set(CMAKE_MODULE_LINKER_FLAGS_INIT ${linker_flags})

@@ -5,6 +5,11 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # Wine keeps its files there; a job runner may leave it out.
 export HOME=${HOME:-$(getent passwd "$(id -u)" | cut -d: -f6)}
 
+# What a command is to stand behind that only root may run; empty for root. Where there is no way to
+# become root, the command itself will say so.
+as_root=()
+[ "$(id -u)" -eq 0 ] || as_root=(sudo)
+
 # Installs those of the Debian packages named that are missing. Fails, with a line that says why, if
 # that is not possible here.
 require_packages() {
@@ -15,14 +20,10 @@ require_packages() {
   done
   [ ${#missing[@]} -eq 0 ] && return 0
 
-  local as_root=()
-  if [ "$(id -u)" -ne 0 ]; then
-    command -v sudo >/dev/null || {
-      echo "missing packages, and no sudo to install them: ${missing[*]}" >&2
-      return 1
-    }
-    as_root=(sudo)
-  fi
+  [ ${#as_root[@]} -eq 0 ] || command -v sudo >/dev/null || {
+    echo "missing packages, and no sudo to install them: ${missing[*]}" >&2
+    return 1
+  }
   command -v apt-get >/dev/null || {
     echo "missing packages, and no apt-get to install them: ${missing[*]}" >&2
     return 1
@@ -39,16 +40,30 @@ require_packages() {
 # Configures and builds a preset.
 build_preset() {
   cmake --preset "$1" >/dev/null
-  cmake --build --preset "$1"
+  cmake --build --preset "$1" -- --quiet
 }
 
-# Lays out a fresh copy of the sample server in the folder $1, with the stand-in library $2.
-lay_out_sample_server() {
-  local folder=$1 library=$2 settings
-  rm -rf "$folder"
-  mkdir -p "$(dirname "$folder")"
-  cp -r sample-server "$folder"
-  cp "$library" "$folder/program/nnotes.dll"
-  settings=$(<"$folder/program/notes.ini")
-  printf '%s\n' "${settings//@SERVER@/"$(cd "$folder" && pwd)"}" >"$folder/program/notes.ini"
+# Runs the command behind the name $1 as one step in a shell of its own, so that a failure ends the
+# step and not the script. A line tells the name, how it went and how long; what the command wrote
+# shows only if it failed. To be called where a failure is not looked at: "||" behind it would let the
+# command go on after a failure of its own.
+run_step() {
+  local - name=$1 started=$SECONDS status output
+  shift
+  printf '%-12s ' "$name"
+  output=$(mktemp)
+  set +e
+  (
+    set -e
+    "$@"
+  ) >"$output" 2>&1
+  status=$?
+  if [ "$status" -eq 0 ]; then
+    echo "ok, $((SECONDS - started)) s"
+  else
+    echo "FAILED, $((SECONDS - started)) s; its output:"
+    sed 's/^/  /' "$output"
+  fi
+  rm -f "$output"
+  return "$status"
 }

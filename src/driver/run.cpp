@@ -150,7 +150,7 @@ void showSimulatedPath() {
 
 ExitStatus run(int argc, char** argv) {
   platform::prepareProcess();
-  printNarrowLine("Quellbright Domino Module Diagnostics version 0.0.1.6b");
+  printNarrowLine("Quellbright Domino Module Diagnostics version " PROGRAM_VERSION);
   if (argc < 2) {
     printUsage(argc > 0 ? argv[0] : "");
     return ExitStatus::notStarted;

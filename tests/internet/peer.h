@@ -55,10 +55,10 @@ class Peer : public Tables {
 
   /// Has the next connection answered with `bytes` in pieces of `pieceSize`, and forgets what was
   /// noted of the last one.
-  static void answer(const std::string& bytes, std::size_t pieceSize, int ending = close) {
+  static void answer(const std::string& bytes, std::size_t pieceSize, int end = close) {
     pieces.clear();
     send(bytes, pieceSize);
-    Peer::ending = ending;
+    ending = end;
     calls.clear();
     received.clear();
   }

@@ -57,7 +57,8 @@ inline std::u16string wide(const std::string& field) {
     const auto lead = static_cast<unsigned char>(field[at]);
     const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
     unsigned number = length == 1 ? lead : lead & (0xFFU >> (length + 1));
-    for (std::size_t i = 1; i < length; ++i) number = number << 6 | (field.at(at + i) & 0x3FU);
+    for (std::size_t i = 1; i < length; ++i)
+      number = number << 6 | (static_cast<unsigned char>(field.at(at + i)) & 0x3FU);
     if (number >= 0x10000) text += static_cast<char16_t>(0xD7C0 + (number >> 10));
     text += static_cast<char16_t>(number < 0x10000 ? number : 0xDC00 | (number & 0x3FF));
     at += length;

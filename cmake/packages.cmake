@@ -1,0 +1,76 @@
+# The packages: a ZIP for each width of Windows, and one for Debian. scripts/package makes them.
+set(packaging ${PROJECT_SOURCE_DIR}/packaging)
+
+# For Windows, what administrators open there has its line ends.
+function(add_windows_pages)
+  file(READ ${PROJECT_SOURCE_DIR}/README.md on_a_server)
+  string(REGEX REPLACE ".*\n## Run it on a server\n(.*)\n## The support library\n.*" "\\1"
+    on_a_server "${on_a_server}")
+  configure_file(${packaging}/README.txt.in README.txt @ONLY NEWLINE_STYLE DOS)
+  configure_file(${PROJECT_SOURCE_DIR}/THIRD-PARTY-NOTICES THIRD-PARTY-NOTICES.txt @ONLY NEWLINE_STYLE DOS)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/README.md)
+
+  set(expected ${PROJECT_SOURCE_DIR}/tests/worlds/sample/expected/report.txt)
+  set(report ${CMAKE_BINARY_DIR}/sample-report.log)
+  add_custom_command(OUTPUT ${report} VERBATIM
+    DEPENDS ${expected} ${packaging}/sample_report.sed
+    COMMAND sed -f ${packaging}/sample_report.sed ${expected} | iconv -f UTF-8 -t LATIN1 > ${report})
+  add_custom_target(sample_report DEPENDS ${report})
+  add_dependencies(shipped sample_report)
+
+  install(FILES ${report} ${CMAKE_BINARY_DIR}/README.txt ${CMAKE_BINARY_DIR}/THIRD-PARTY-NOTICES.txt
+    DESTINATION . COMPONENT windows)
+endfunction()
+
+# The stand-in lies in a folder of its own: beside the program it would win over the library of the
+# server that the program is pointed at; and directly below a folder of the system's libraries the
+# package would come to run the system's loader.
+function(add_debian_files)
+  add_dependencies(shipped nnotes)
+  install(TARGETS nnotes LIBRARY DESTINATION lib/qbdiagnostics/standin COMPONENT linux)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/sample-server DESTINATION share/qbdiagnostics
+    COMPONENT linux)
+  install(FILES ${packaging}/copyright ${PROJECT_SOURCE_DIR}/THIRD-PARTY-NOTICES
+    ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION share/doc/qbdiagnostics COMPONENT linux)
+endfunction()
+
+if(WIN32)
+  add_windows_pages()
+else()
+  ship_script(${packaging}/qbdiagnostics-sample.in)
+  add_debian_files()
+endif()
+
+set(CPACK_PACKAGE_NAME qbdiagnostics)
+set(CPACK_PACKAGE_VERSION ${PROGRAM_VERSION})
+set(CPACK_PACKAGE_VENDOR Quellbright)
+set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
+set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/settle_times.cmake)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+if(WIN32)
+  set(CPACK_GENERATOR ZIP)
+  set(CPACK_COMPONENTS_ALL everywhere windows)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    set(CPACK_PACKAGE_FILE_NAME qbdiagnostics-${PROGRAM_VERSION}-windows-x64)
+  else()
+    set(CPACK_PACKAGE_FILE_NAME qbdiagnostics-${PROGRAM_VERSION}-windows-x86)
+  endif()
+  set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
+  set(CPACK_COMPONENT_INCLUDE_TOPLEVEL_DIRECTORY ON)
+else()
+  set(CPACK_GENERATOR DEB)
+  set(CPACK_COMPONENTS_ALL everywhere linux)
+  set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+  set(CPACK_DEB_COMPONENT_INSTALL ON)
+  set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+  set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Quellbright <support@quellbright.example>")
+  set(CPACK_DEBIAN_PACKAGE_SECTION admin)
+  set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "diagnostics of Quellbright Domino Module
+Writes one plain-text report that tells in what state the add-on for Domino
+mail servers stands. A stand-in for the Notes library and a sample server are
+included, so that it can be tried without a Domino server.")
+endif()
+include(CPack)
