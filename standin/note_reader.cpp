@@ -45,8 +45,7 @@ std::optional<std::string> bytesOf(std::string_view digits) {
 
 bool holdsZero(std::string_view line) { return line.find('\0') != std::string_view::npos; }
 
-// Without the attribute the compiler leaves a call for each byte in the parser.
-[[gnu::flatten]] bool NoteReader::read(std::string_view line) {
+bool NoteReader::read(std::string_view line) {
   begin();
   return !holdsZero(line) && nlohmann::json::sax_parse(line, this);
 }
