@@ -5,6 +5,7 @@
 #include <iostream>
 #include <memory>
 #include <new>
+#include <optional>
 #include <stdexcept>
 
 #include "platform/byte_files.h"
@@ -54,11 +55,13 @@ std::unique_ptr<PseudonymMap> readMap(const std::string& name) {
 }
 
 int check(const std::string& name) {
-  return writeFindings(*readReport(name), std::cout) ? found : succeeded;
+  const auto report = readReport(name);
+  return writeFindings(*report, std::cout) ? found : succeeded;
 }
 
 int json(const std::string& name) {
-  writeJson(*readReport(name), std::cout);
+  const auto report = readReport(name);
+  writeJson(*report, std::cout);
   return succeeded;
 }
 
@@ -70,14 +73,14 @@ int diff(const std::string& nameBefore, const std::string& nameAfter) {
 }
 
 // The map is written first: a report whose pseudonyms are lost cannot be told from the next.
-int mask(const std::string& name, const std::string& mapName) {
+int mask(const std::string& name, const std::optional<std::string>& mapName) {
   if (mapName == "-") throw Failure("a map is a file of its own");
   const auto report = readReport(name);
-  const auto earlier = mapName.empty() ? std::make_unique<PseudonymMap>() : readMap(mapName);
+  const auto earlier = mapName ? readMap(*mapName) : std::make_unique<PseudonymMap>();
   Pseudonyms pseudonyms(report->bytes(), earlier->all());
   collectValues(*report, pseudonyms);
-  if (!mapName.empty() && !platform::replacePrivateFile(mapName, asMap(pseudonyms.all())))
-    throw Failure(mapName + ": it cannot be written");
+  if (mapName && !platform::replacePrivateFile(*mapName, asMap(pseudonyms.all())))
+    throw Failure(*mapName + ": it cannot be written");
   writeMasked(*report, pseudonyms, std::cout);
   return succeeded;
 }
@@ -159,7 +162,7 @@ class Commands {
   std::string command_;
   std::string first_;
   std::string second_;
-  std::string map_;
+  std::optional<std::string> map_;
 };
 
 int fail(const std::string& reason) {

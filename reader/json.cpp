@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <functional>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -59,21 +58,12 @@ std::vector<Target> targetsOf(Section section) {
   }
 }
 
+// yyyymmddhhmmss as yyyy-mm-ddThh:mm:ss
 std::string asText(std::uint64_t time) {
-  const auto part = [&time](unsigned divisor) {
-    const auto rest = static_cast<unsigned>(time % divisor);
-    time /= divisor;
-    return rest;
-  };
-  const unsigned second = part(100);
-  const unsigned minute = part(100);
-  const unsigned hour = part(100);
-  const unsigned day = part(100);
-  const unsigned month = part(100);
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "%04u-%02u-%02uT%02u:%02u:%02u", part(10000), month, day,
-                hour, minute, second);
-  return text.data();
+  constexpr std::size_t size = 14;
+  std::string text = std::to_string(time);
+  text.insert(0, size - text.size(), '0');
+  return text.insert(12, ":").insert(10, ":").insert(8, "T").insert(6, "-").insert(4, "-");
 }
 
 bool isPlain(char byte) { return byte >= ' ' && byte <= '~' && byte != '"' && byte != '\\'; }

@@ -97,6 +97,9 @@ struct Match {
   std::span<const Value> all() const { return {values.data(), count}; }
 };
 
+/// The third line of the configuration, which alone tells its section.
+inline constexpr std::string_view configurationTitle = "\tQUELLBRIGHT CONFIGURATION";
+
 /// The form of a line of `section` at `place` that stands behind those of `rank` in its object.
 Match matchLine(Section section, Place place, int rank, std::string_view line);
 

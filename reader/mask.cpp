@@ -13,7 +13,8 @@ void forEachPart(const Report& report,
                  const std::function<void(MaskKind, std::string_view)>& take) {
   for (EntryNumber number = 0; number < report.entries().size(); ++number) {
     EntryReader reader(report, number);
-    for (Reading reading{}; reader.next(reading);) forEachMaskedPart(reading, take);
+    for (Reading reading{}; reader.next(reading);)
+      forEachMaskedPart(reading, report.isOverwritten(), take);
   }
 }
 

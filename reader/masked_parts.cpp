@@ -77,21 +77,28 @@ void takePart(const Value& value, const Take& take) {
   }
 }
 
-// A first line that is told by its beginning, but stands elsewhere: the beginning stays, so that
-// the masked report is read as this one is.
-void takeOther(const Reading& reading, const Take& take) {
+// What tells the section of an entry stays, wherever it stands, so that the masked report is read
+// as this one is: the beginning of a first line, a title, and the bracket of an event whose
+// beginning is lost.
+void takeOther(const Reading& reading, bool isOverwritten, const Take& take) {
+  constexpr std::string_view bracket = " [";
+  const std::string_view text = withoutTabs(reading.text);
+  if (reading.text == configurationTitle) return;
   const Match head = reading.isFirst ? matchHead(reading.text) : Match{};
-  if (head.form == nullptr) takeValue(MaskKind::text, withoutTabs(reading.text), take);
   for (const Value& value : head.all()) {
     if (value.kind != Kind::plain && value.kind != Kind::number)
       takeValue(MaskKind::text, value.text, take);
   }
+  if (head.form != nullptr) return;
+  const std::size_t at = isOverwritten && reading.isFirst ? text.find(bracket) : text.size();
+  takeValue(MaskKind::text, text.substr(0, at), take);
+  if (at < text.size()) takeValue(MaskKind::text, text.substr(at + bracket.size()), take);
 }
 
 }  // namespace
 
-void forEachMaskedPart(const Reading& reading, const Take& take) {
-  if (reading.isOther()) takeOther(reading, take);
+void forEachMaskedPart(const Reading& reading, bool isOverwritten, const Take& take) {
+  if (reading.isOther()) takeOther(reading, isOverwritten, take);
   for (const Value& value : reading.match.all()) takePart(value, take);
 }
 

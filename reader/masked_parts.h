@@ -23,8 +23,9 @@ enum class MaskKind : std::uint8_t {
 };
 inline constexpr std::size_t pseudonymKinds = 8;
 
-/// Hands out the parts of a line in their order, none of them empty.
-void forEachMaskedPart(const Reading& reading,
+/// Hands out the parts of a line, of a report that has started over or not, in their order; none of
+/// them is empty.
+void forEachMaskedPart(const Reading& reading, bool isOverwritten,
                        const std::function<void(MaskKind, std::string_view)>& take);
 
 }  // namespace reader

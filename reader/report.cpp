@@ -80,7 +80,7 @@ bool isConfiguration(std::string_view bytes, std::size_t at) {
   Line line;
   return takeLine(bytes, at, line) && line.text.empty() && takeLine(bytes, at, line) &&
          line.text.empty() && takeLine(bytes, at, line) && !line.isCut &&
-         line.text == "\tQUELLBRIGHT CONFIGURATION";
+         line.text == configurationTitle;
 }
 
 }  // namespace
