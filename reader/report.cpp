@@ -162,7 +162,7 @@ std::vector<EntryNumber> Report::readingOrder() const {
                        (isKnown && section < known) || firstLine(entries_[number - 1]) == lastText);
     if (isKnown) known = section;
     if (!begins) continue;
-    const auto partBegin = order.end() - number;
+    const auto partBegin = order.end() - static_cast<std::ptrdiff_t>(number);
     std::reverse(partBegin, partEnd);
     partEnd = partBegin;
   }
