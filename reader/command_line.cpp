@@ -42,13 +42,13 @@ std::unique_ptr<Report> readReport(const std::string& name) {
   }
 }
 
-std::unique_ptr<PseudonymMap> readMap(const std::string& name) {
+PseudonymMap readMap(const std::string& name) {
   std::string json;
   const ReadOutcome outcome = platform::readBytes(name, json);
-  if (outcome == ReadOutcome::missing) return std::make_unique<PseudonymMap>();
+  if (outcome == ReadOutcome::missing) return {};
   if (outcome == ReadOutcome::failed) throw Failure(name + ": it cannot be read");
   try {
-    return std::make_unique<PseudonymMap>(json);
+    return PseudonymMap(json);
   } catch (const BadMap& error) {
     throw Failure(name + ": " + error.what());
   }
@@ -76,8 +76,8 @@ int diff(const std::string& nameBefore, const std::string& nameAfter) {
 int mask(const std::string& name, const std::optional<std::string>& mapName) {
   if (mapName == "-") throw Failure("a map is a file of its own");
   const auto report = readReport(name);
-  const auto earlier = mapName ? readMap(*mapName) : std::make_unique<PseudonymMap>();
-  Pseudonyms pseudonyms(report->bytes(), earlier->all());
+  const PseudonymMap earlier = mapName ? readMap(*mapName) : PseudonymMap();
+  Pseudonyms pseudonyms(report->bytes(), earlier.all());
   collectValues(*report, pseudonyms);
   if (mapName && !platform::replacePrivateFile(*mapName, asMap(pseudonyms.all())))
     throw Failure(*mapName + ": it cannot be written");
