@@ -1,0 +1,106 @@
+#include "platform/byte_files.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cwchar>
+
+#include "platform/code_pages.h"
+
+// The runtime library's own: it takes the command line of the process apart.
+extern "C" int __wgetmainargs(int* argc, wchar_t*** argv, wchar_t*** environment, int expand,
+                              int* newMode);
+
+namespace platform {
+namespace {
+
+std::string toUtf8(const wchar_t* text) {
+  static_assert(sizeof(wchar_t) == sizeof(char16_t));
+  return wideToUtf8(std::u16string_view(reinterpret_cast<const char16_t*>(text), wcslen(text)));
+}
+
+std::wstring toNative(const std::string& name) {
+  const int size = static_cast<int>(name.size());
+  std::wstring native(name.size(), L'\0');
+  native.resize(static_cast<std::size_t>(
+      MultiByteToWideChar(CP_UTF8, 0, name.data(), size, native.data(), size)));
+  return native;
+}
+
+ReadOutcome readAll(HANDLE file, std::string& bytes) {
+  constexpr DWORD piece = 1U << 20;
+  LARGE_INTEGER fileSize{};
+  if (GetFileType(file) == FILE_TYPE_DISK && GetFileSizeEx(file, &fileSize))
+    bytes.reserve(bytes.size() + static_cast<std::size_t>(fileSize.QuadPart) + piece);
+  for (;;) {
+    const std::size_t size = bytes.size();
+    bytes.resize(size + piece);
+    DWORD count = 0;
+    const bool done = ReadFile(file, bytes.data() + size, piece, &count, nullptr) != 0;
+    bytes.resize(size + count);
+    // A pipe whose other end has closed is at its end.
+    if (!done && GetLastError() != ERROR_BROKEN_PIPE) return ReadOutcome::failed;
+    if (count == 0) return ReadOutcome::read;
+  }
+}
+
+bool writeAll(HANDLE file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const auto count = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1U << 30));
+    DWORD written = 0;
+    if (!WriteFile(file, bytes.data(), count, &written, nullptr) || written == 0) return false;
+    bytes.remove_prefix(written);
+  }
+  return true;
+}
+
+}  // namespace
+
+std::vector<std::string> commandLine(int argc, char** argv) {
+  int count = 0;
+  wchar_t** words = nullptr;
+  wchar_t** environment = nullptr;
+  int newMode = 0;
+  if (__wgetmainargs(&count, &words, &environment, 0, &newMode) < 0) return {argv, argv + argc};
+  std::vector<std::string> result;
+  result.reserve(static_cast<std::size_t>(count));
+  for (int index = 0; index < count; ++index) result.push_back(toUtf8(words[index]));
+  return result;
+}
+
+bool prepareByteStreams() {
+  _setmode(_fileno(stdin), _O_BINARY);
+  return _setmode(_fileno(stdout), _O_BINARY) != -1;
+}
+
+ReadOutcome readBytes(const std::string& name, std::string& bytes) {
+  if (name == "-") return readAll(GetStdHandle(STD_INPUT_HANDLE), bytes);
+  const HANDLE file = CreateFileW(toNative(name).c_str(), GENERIC_READ,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE)
+    return GetLastError() == ERROR_FILE_NOT_FOUND ? ReadOutcome::missing : ReadOutcome::failed;
+  const ReadOutcome outcome = readAll(file, bytes);
+  CloseHandle(file);
+  return outcome;
+}
+
+bool replacePrivateFile(const std::string& name, std::string_view bytes) {
+  const std::wstring native = toNative(name);
+  const std::wstring beside = native + L"." + std::to_wstring(GetCurrentProcessId()) + L".tmp";
+  const HANDLE file = CreateFileW(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return false;
+  const bool written = writeAll(file, bytes) && FlushFileBuffers(file);
+  const bool closed = CloseHandle(file) != 0;
+  if (written && closed &&
+      MoveFileExW(beside.c_str(), native.c_str(), MOVEFILE_REPLACE_EXISTING) != 0)
+    return true;
+  DeleteFileW(beside.c_str());
+  return false;
+}
+
+}  // namespace platform
