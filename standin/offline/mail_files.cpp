@@ -34,8 +34,8 @@ std::optional<std::vector<std::string>> partsWithin(std::string path) {
 
 bool refusesThePath(const std::error_code& error) {
   constexpr std::array codes = {std::errc::filename_too_long, std::errc::not_a_directory,
-                                std::errc::is_a_directory, std::errc::invalid_argument,
-                                std::errc::illegal_byte_sequence};
+                                std::errc::file_exists,       std::errc::is_a_directory,
+                                std::errc::invalid_argument,  std::errc::illegal_byte_sequence};
   return std::ranges::any_of(codes, [&error](std::errc code) { return error == code; });
 }
 

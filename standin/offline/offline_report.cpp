@@ -8,6 +8,7 @@
 #include "files.h"
 #include "mail_files.h"
 #include "messages.h"
+#include "program_texts.h"
 #include "programs.h"
 #include "server_folder.h"
 #include "settings.h"
@@ -50,10 +51,7 @@ std::string onlyServer(const std::vector<std::string>& servers) {
         "one");
     return {};
   }
-  const bool isOne = std::ranges::all_of(servers, [&servers](const std::string& server) {
-    return standin::equalNames(server, servers.front());
-  });
-  if (isOne) return servers.front();
+  if (servers.size() == 1) return servers.front();
   std::string names;
   for (const std::string& server : servers) names += " \"" + server + '"';
   throw Failed("the configuration has several server profiles, and --server chooses one of them:" +
@@ -63,11 +61,16 @@ std::string onlyServer(const std::vector<std::string>& servers) {
 std::string chooseServer(const Options& options, const Settings& settings,
                          const std::vector<std::string>& servers) {
   std::string chosen = options.server.value_or(settings.value("ServerName"));
-  if (chosen.empty()) return onlyServer(servers);
+  const bool isGiven = !chosen.empty();
+  if (!isGiven) chosen = onlyServer(servers);
+  if (hasControl(chosen)) {
+    throw Failed("notes.ini cannot hold the name of the server, which has a control character: " +
+                 chosen);
+  }
   const bool hasProfile = std::ranges::any_of(servers, [&chosen](const std::string& server) {
     return standin::equalNames(server, chosen);
   });
-  if (!hasProfile) warn("no server profile is that of the server " + chosen);
+  if (isGiven && !hasProfile) warn("no server profile is that of the server " + chosen);
   return chosen;
 }
 
@@ -87,6 +90,7 @@ void makeReport(const Options& options) {
   const int zone = chooseZone(options, settings);
   const ServerFolder folder(options.into);
   const std::vector<AddressBook> books = nameBooks(options.addressBooks);
+  openToRead(options.configuration);  // what is not there shows before anything is laid out
 
   folder.create();
   fs::copy_file(programs.library, folder.program() / "nnotes.dll");

@@ -29,8 +29,9 @@ ServerFolder::ServerFolder(const fs::path& folder) : root_(absoluteFolder(folder
   constexpr std::size_t longest = 255;
   if (program().string().size() >= longest)
     throw Failed("the path of " + root_.string() + " is too long for the Notes library");
-  if (hasControl(root_.string()) || root_.string().find('\\') != std::string::npos)
-    throw Failed(root_.string() + ": the path holds a backslash or a control character");
+  // A backslash separates, and a "+" begins a shift of UTF-7, behind which the report is lost.
+  if (hasControl(root_.string()) || root_.string().find_first_of("\\+") != std::string::npos)
+    throw Failed(root_.string() + ": the path holds a backslash, a \"+\" or a control character");
 }
 
 void ServerFolder::create() const {
