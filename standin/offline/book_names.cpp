@@ -32,13 +32,16 @@ std::string storeName(const std::filesystem::path& exported) {
   const std::optional<std::string> path = pathOfExport(exported);
   const std::string name(
       standin::trimmed(path.has_value() ? std::string(lastPart(*path)) : nameOfFile(exported)));
+  constexpr std::size_t longest = 255;
   const auto refuse = [&](const std::string& why) {
-    throw Failed(exported.string() + ": the address book would be named \"" + name + "\", " + why);
+    throw Failed(exported.string() + ": the address book would be named \"" +
+                 name.substr(0, longest) + "\", " + why);
   };
   if (name.empty() || name == "." || name == "..") refuse("which is no name of a file");
   if (name.find(',') != std::string::npos) refuse("and a comma separates names in notes.ini");
   if (hasControl(name)) refuse("which holds a control character");
   std::string store = withExtension(name);
+  if (store.size() > longest) refuse("which is longer than the system takes");
   if (standin::equalNames(store, configurationStore))
     refuse("which is the name of the configuration");
   return store;

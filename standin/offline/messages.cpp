@@ -9,7 +9,8 @@
 namespace offline {
 
 void tell(std::string_view line) {
-  std::string shown(line);
+  constexpr std::size_t longest = 4096;  // a name of an export may have megabytes
+  std::string shown(line.substr(0, longest));
   std::replace_if(shown.begin(), shown.end(), isControl, ' ');
   std::cerr << shown << '\n';
 }
