@@ -1,0 +1,37 @@
+// What the configuration database says about servers and their recipients.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace offline {
+
+/// The mail file of a recipient.
+struct MailDatabase {
+  std::string title;
+  std::string replicaId;
+};
+
+/// Mail files by server and path, as recipientKey gives them.
+using Recipients = std::unordered_map<std::string, MailDatabase>;
+
+struct Configuration {
+  std::vector<std::string> servers;  // the users of the server profiles, none of them empty
+  Recipients recipients;
+};
+
+Configuration readConfiguration(const std::filesystem::path& store);
+
+/// Equal for paths that lead to the same file of the same server, without regard to the case of
+/// ASCII letters and to the two separators.
+std::string recipientKey(std::string_view server, std::string_view path);
+
+/// The path of a mail file as the diagnostics open it: the ending is added unless the path has it
+/// in small letters, with a full stop before it or without one.
+std::string completeMailPath(std::string_view path);
+
+}  // namespace offline

@@ -1,0 +1,22 @@
+// Reading and writing whole files, with failures that name the file.
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+
+namespace offline {
+
+/// Throws std::filesystem::filesystem_error, as all here do; also for what is no plain file.
+std::ifstream openToRead(const std::filesystem::path& file);
+
+/// Reads up to `size` bytes and gives their number; fewer only at the end of the file.
+int readPiece(std::ifstream& input, const std::filesystem::path& file, char* bytes, int size);
+
+std::string contentOf(const std::filesystem::path& file);
+
+/// Writes a file that is not there yet.
+void writeNewFile(const std::filesystem::path& file, std::string_view content);
+
+}  // namespace offline

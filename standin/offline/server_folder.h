@@ -1,0 +1,27 @@
+// The folder of the server that is laid out.
+#pragma once
+
+#include <filesystem>
+
+namespace offline {
+
+class ServerFolder {
+ public:
+  /// Only looks at the folder, which is absent or empty. Throws Failed for any other, and for a
+  /// path that notes.ini cannot hold or the Notes library does not take.
+  explicit ServerFolder(const std::filesystem::path& folder);
+
+  /// Makes the folder and those in it.
+  void create() const;
+
+  std::filesystem::path program() const { return root_ / "program"; }
+  std::filesystem::path data() const { return root_ / "data"; }
+
+  /// The report of the run. Throws Failed if there is none.
+  std::filesystem::path report() const;
+
+ private:
+  std::filesystem::path root_;  // absolute
+};
+
+}  // namespace offline
