@@ -2,11 +2,12 @@
 #include <getopt.h>
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <charconv>
 #include <chrono>
 #include <csignal>
-#include <cstdio>
-#include <exception>
+#include <cstdlib>
+#include <iostream>
 #include <new>
 #include <optional>
 #include <string>
@@ -51,19 +52,14 @@ struct Options {
   std::string store;
 };
 
-void print(std::FILE* stream, std::string_view text) {
-  std::fwrite(text.data(), 1, text.size(), stream);
-}
-
 [[noreturn]] void endWithUsage(std::string_view reason) {
-  print(stderr, reason);
-  print(stderr, usage);
+  std::cerr << reason << usage;
   std::exit(wrongUsage);
 }
 
 [[noreturn]] void endWith(std::string_view text) {
-  print(stdout, text);
-  std::exit(std::fflush(stdout) == 0 ? made : failed);
+  std::cout << text << std::flush;
+  std::exit(std::cout ? made : failed);
 }
 
 // Written as in notes.ini, whose library has the same limits.
@@ -138,8 +134,8 @@ void import(const Options& options, Report& report) {
 
 int main(int count, char** arguments) {
   // Nobody who reads along, and a limit of the file size: failures of a write, as any other.
-  std::signal(SIGPIPE, SIG_IGN);
-  std::signal(SIGXFSZ, SIG_IGN);
+  for (const int ignored : {SIGPIPE, SIGXFSZ})
+    if (std::signal(ignored, SIG_IGN) == SIG_ERR) return failed;
   const Options options = optionsFrom(count, arguments);
   Report report;
   try {

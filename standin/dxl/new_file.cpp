@@ -26,7 +26,7 @@ extern "C" void removeAndEnd(int signal) {
   const char* const path = removedAtEnd;
   if (path != nullptr) unlink(path);
   // The signal is blocked until this returns, and then ends the process as it would have.
-  raise(signal);
+  static_cast<void>(raise(signal));
 }
 
 // A signal that is ignored stays so: that is how a program outlives its terminal.

@@ -4,7 +4,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdio>
+#include <iostream>
+#include <sstream>
 
 namespace dxl {
 namespace {
@@ -13,9 +14,9 @@ constexpr std::size_t mostPending = std::size_t{64} << 10U;
 
 std::string idText(std::uint32_t id) {
   if (id == 0) return "-";
-  char text[9];
-  std::snprintf(text, sizeof text, "%X", id);
-  return text;
+  std::ostringstream text;
+  text << std::hex << std::uppercase << id;
+  return text.str();
 }
 
 std::string inOneLine(std::string_view name) {
@@ -25,10 +26,7 @@ std::string inOneLine(std::string_view name) {
   return text;
 }
 
-void writeOut(std::string_view text) {
-  std::fwrite(text.data(), 1, text.size(), stderr);
-  std::fflush(stderr);
-}
+void writeOut(std::string_view text) { std::cerr << text; }
 
 }  // namespace
 
@@ -67,7 +65,7 @@ void Report::totals(const Totals& totals) {
        std::to_string(totals.itemsKept) + ", left out " + std::to_string(totals.leftOut));
 }
 
-void Report::failure(std::string_view words) { line("import-dxl: " + std::string(words)); }
+void Report::failure(std::string_view words) { line(words); }
 
 void Report::clearProgress() {
   if (progress_.empty()) return;

@@ -17,6 +17,16 @@ std::string_view bytesOf(const IndexEntry& entry) {
   return {reinterpret_cast<const char*>(&entry), sizeof entry};
 }
 
+IndexEntry entryOf(std::string_view bytes) {
+  IndexEntry entry;
+  std::memcpy(&entry, bytes.data(), sizeof entry);
+  return entry;
+}
+
+std::uint64_t positionOf(std::uint32_t number) {
+  return std::uint64_t{number} * sizeof(IndexEntry);
+}
+
 }  // namespace
 
 SpoolFile::SpoolFile(Descriptor file) : file_(std::move(file)) {}
@@ -42,6 +52,13 @@ std::string_view SpoolFile::read(std::uint64_t position, std::size_t size) {
   }
   if (window_.size() < size) throw ImportFailure(file_.path() + ": ends too early");
   return std::string_view(window_).substr(position - windowPosition_, size);
+}
+
+std::string SpoolFile::readAlone(std::uint64_t position, std::size_t size) const {
+  std::string bytes(size, '\0');
+  if (file_.readAt(position, bytes.data(), size) < size)
+    throw ImportFailure(file_.path() + ": ends too early");
+  return bytes;
 }
 
 void SpoolFile::overwrite(std::uint64_t position, std::string_view bytes) {
@@ -77,22 +94,20 @@ void Spool::flush() {
 }
 
 void Spool::forEach(const std::function<void(std::uint32_t, const IndexEntry&)>& action) {
-  for (std::uint32_t number = 0; number < count_; ++number) action(number, entry(number));
+  for (std::uint32_t number = 0; number < count_; ++number)
+    action(number, entryOf(index_.read(positionOf(number), sizeof(IndexEntry))));
 }
 
-IndexEntry Spool::entry(std::uint32_t number) {
-  IndexEntry entry;
-  const std::string_view bytes = index_.read(std::uint64_t{number} * sizeof entry, sizeof entry);
-  std::memcpy(&entry, bytes.data(), sizeof entry);
-  return entry;
+IndexEntry Spool::entry(std::uint32_t number) const {
+  return entryOf(index_.readAlone(positionOf(number), sizeof(IndexEntry)));
 }
 
 void Spool::change(std::uint32_t number, const IndexEntry& entry) {
-  index_.overwrite(std::uint64_t{number} * sizeof entry, bytesOf(entry));
+  index_.overwrite(positionOf(number), bytesOf(entry));
 }
 
-std::string Spool::profileKey(const IndexEntry& entry) {
-  return std::string(notes_.read(entry.position, entry.keySize));
+std::string Spool::profileKey(const IndexEntry& entry) const {
+  return notes_.readAlone(entry.position, entry.keySize);
 }
 
 std::string_view Spool::members(const IndexEntry& entry) {

@@ -48,6 +48,9 @@ class SpoolFile {
   /// pieces.
   std::string_view read(std::uint64_t position, std::size_t size);
 
+  /// The same without regard to what is read next.
+  std::string readAlone(std::uint64_t position, std::size_t size) const;
+
   void overwrite(std::uint64_t position, std::string_view bytes);
 
  private:
@@ -74,9 +77,9 @@ class Spool {
   /// Calls `action` for each note in the order of the exports, with its number from 0.
   void forEach(const std::function<void(std::uint32_t, const IndexEntry&)>& action);
 
-  IndexEntry entry(std::uint32_t number);
+  IndexEntry entry(std::uint32_t number) const;
   void change(std::uint32_t number, const IndexEntry& entry);
-  std::string profileKey(const IndexEntry& entry);
+  std::string profileKey(const IndexEntry& entry) const;
   std::string_view members(const IndexEntry& entry);
 
  private:

@@ -16,7 +16,8 @@ using namespace std::chrono;
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool isHexadecimal(std::string_view text) {
-  return !text.empty() && text.find_first_not_of("0123456789abcdefABCDEF") == text.npos;
+  return !text.empty() &&
+         text.find_first_not_of("0123456789abcdefABCDEF") == std::string_view::npos;
 }
 
 // Takes a text apart from its front; what it asks for and does not get makes it fail.
