@@ -122,7 +122,7 @@ void Database::lookAnew(const StoreFile& file, const FileState& state) {
 // The notes of what stands behind the end of `look`, which moves behind the last of them that has
 // its line feed. The file is read in pieces, which serve each other's memory.
 std::vector<SharedNote> Database::readNotes(const StoreFile& file, Look& look) {
-  constexpr std::uint64_t pieceSize = 256 * 1024;
+  constexpr std::uint64_t pieceSize = 0x40000;  // bytes
   std::vector<SharedNote> notes;
   NoteReader reader;
   std::string text;
