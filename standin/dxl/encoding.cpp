@@ -18,7 +18,7 @@ void Encoding::begin(std::string_view bytes) {
 
 void Encoding::declare(std::string_view name) const {
   constexpr std::string_view known[] = {"UTF-8", "UTF-16", "ISO-8859-1", "US-ASCII"};
-  const std::string capital = standin::raised(name);
+  const std::string capital = standin::folded(name, standin::LetterCase::upper);
   if (std::find(std::begin(known), std::end(known), capital) == std::end(known))
     throw Flaw("the encoding " + std::string(name) + " is not read");
   const bool isAsMarked = isWide()              ? capital == "UTF-16"

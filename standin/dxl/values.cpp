@@ -111,7 +111,9 @@ std::uint32_t noteIdFrom(std::string_view digits) {
 }
 
 std::string replicaIdFrom(std::string_view digits) {
-  return digits.size() == 16 && isHexadecimal(digits) ? standin::raised(digits) : std::string();
+  return digits.size() == 16 && isHexadecimal(digits)
+             ? standin::folded(digits, standin::LetterCase::upper)
+             : std::string();
 }
 
 std::optional<double> numberFrom(const std::string& text) {
