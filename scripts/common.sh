@@ -1,7 +1,10 @@
 # What the scripts share. To be sourced.
 
 set -euo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")/.."
+# With CDPATH "cd" may lead elsewhere, and prints where. The build knows its folder by the name without
+# links, and what runs in another root or system finds it by that name alone.
+unset CDPATH
+cd -P "$(dirname "${BASH_SOURCE[0]}")/.."
 # Wine keeps its files there; a job runner may leave it out.
 export HOME=${HOME:-$(getent passwd "$(id -u)" | cut -d: -f6)}
 
@@ -13,10 +16,10 @@ build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libdtl-dev
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo)
 
-# Installs those of the Debian packages named that are missing. Fails, with a line that says why, if
-# that is not possible here.
+# Installs those of the Debian packages named that are missing. Fails, with lines that say why, if that
+# is not possible here.
 require_packages() {
-  local missing=() package
+  local missing=() package said
   for package in "$@"; do
     dpkg-query --show --showformat='${db:Status-Status}\n' "$package" 2>/dev/null |
       grep -qx installed || missing+=("$package")
@@ -34,39 +37,42 @@ require_packages() {
   local install=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive
     apt-get install --yes --no-install-recommends "${missing[@]}")
   echo "Installing: ${install[*]}" >&2
-  { "${as_root[@]}" apt-get update && "${install[@]}"; } >/dev/null || {
+  said=$({ "${as_root[@]}" apt-get update && "${install[@]}"; } 2>&1) || {
+    printf '%s\n' "$said" | tail -n 20 >&2
     echo "the packages could not be installed: ${missing[*]}" >&2
     return 1
   }
 }
 
-# Configures and builds a preset.
+# Configures the preset $1 and builds it: all that belongs to it, or the targets named behind it.
 build_preset() {
-  cmake --preset "$1" >/dev/null
-  cmake --build --preset "$1" -- --quiet
+  local preset=$1
+  shift
+  [ $# -eq 0 ] || set -- --target "$@"
+  cmake --preset "$preset" >/dev/null
+  cmake --build --preset "$preset" "$@" -- --quiet
 }
 
 # Runs the command behind the name $1 as one step in a shell of its own, so that a failure ends the
 # step and not the script. A line tells the name, how it went and how long; what the command wrote
-# shows only if it failed. To be called where a failure is not looked at: "||" behind it would let the
-# command go on after a failure of its own.
+# shows only if it failed. It is kept in memory, because a full disk is one of the failures: so what
+# the command leaves in the background must not hold its output open. To be called where a failure is
+# not looked at: "||" behind it would let the command go on after a failure of its own.
 run_step() {
   local - name=$1 started=$SECONDS status output
   shift
   printf '%-12s ' "$name"
-  output=$(mktemp)
   set +e
-  (
+  output=$(
     set -e
-    "$@"
-  ) >"$output" 2>&1
+    "$@" 2>&1
+  )
   status=$?
   if [ "$status" -eq 0 ]; then
     echo "ok, $((SECONDS - started)) s"
   else
-    echo "FAILED, $((SECONDS - started)) s; its output:"
-    sed 's/^/  /' "$output"
+    echo "FAILED with status $status, $((SECONDS - started)) s; its output:"
+    printf '%s\n' "$output" | sed 's/^/  /'
   fi
-  rm -f "$output"
   return "$status"
 }
