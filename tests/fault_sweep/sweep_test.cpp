@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "fault_sweep/outcomes.h"
+#include "support/folders.h"
 
 namespace {
 
@@ -17,7 +18,7 @@ using test::NotesCall;
 using test::RecordedRun;
 using test::World;
 
-const std::string recordedFile = SOURCE_FOLDER "/tests/fault_sweep/outcomes.txt";
+const std::string recordedFile = test::inRepository("tests/fault_sweep/outcomes.txt");
 
 const Lines preface = {
     "# What each failing Notes call does to the report of the world every_kind, whose lines the",
@@ -26,6 +27,13 @@ const Lines preface = {
     "# scripts/renew writes this file.",
     "",
     "Without failure"};
+
+// Every which call is made to fail: 1 unless the environment's SWEEP_STRIDE says otherwise, as it
+// does where a run takes many times as long.
+const std::size_t stride = [] {
+  const char* const text = std::getenv("SWEEP_STRIDE");
+  return text == nullptr ? 1 : std::stoul(text);
+}();
 
 // What is done once more after a failure, so that only the second one tells.
 constexpr const char* triedTwice[] = {"NAMEGetAddressBooks", "NSFDbClose"};
@@ -36,6 +44,11 @@ bool cannotFail(const std::string& operation) {
                                                       "OSCurrentTIMEDATE", "OSGetIntlSettings",
                                                       "NSFDbInfoParse"};
   return withoutResult.contains(operation);
+}
+
+// The world with the library whose calls can be made to fail.
+World failingWorld(const std::string& name) {
+  return World(name, test::inBuild("failing_notes/nnotes.dll"));
 }
 
 // A run on the world in which the call fails whose number, or the calls whose operation, `plan`
@@ -50,11 +63,15 @@ RecordedRun runWith(const World& world, const std::string& plan) {
 
 class FaultSweep : public testing::Test {
  protected:
-  void SetUp() override {
+  static void SetUpTestSuite() {
     // A finished run exits with 1, as a program of the sanitizers does that found something.
     ::setenv("ASAN_OPTIONS", "exitcode=99", 1);
     ::setenv("UBSAN_OPTIONS", "exitcode=99", 1);
-    const World world("every_kind", "failing_notes/nnotes.dll");
+    ::setenv("STANDIN", test::builtStandIn().c_str(), 1);
+  }
+
+  void SetUp() override {
+    const World world = failingWorld("every_kind");
     clean_ = runWith(world, "");
     ASSERT_EQ(clean_.shown, world.expected());
     ASSERT_EQ(clean_.calls.front().operation, "NotesInitExtended");
@@ -63,12 +80,12 @@ class FaultSweep : public testing::Test {
   }
 
   void plan() {
-    for (std::size_t number = 0; number < clean_.calls.size(); number += STRIDE) {
+    for (std::size_t number = 0; number < clean_.calls.size(); number += stride) {
       const NotesCall& call = clean_.calls[number];
       const std::string before = clean_.report.substr(0, call.reportSize);
       const auto lines = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
       // What looks for leaks needs /proc, which the program's own root lacks.
-      if (STRIDE != 1 && call.operation == "OSGetDataDirectory") continue;
+      if (stride != 1 && call.operation == "OSGetDataDirectory") continue;
       if (!cannotFail(call.operation))
         failures_.push_back({std::to_string(number), lines, call.name(), call.subject, {}});
     }
@@ -82,7 +99,7 @@ class FaultSweep : public testing::Test {
     const std::size_t count = std::max(2U, std::thread::hardware_concurrency());
     for (std::size_t first = 0; first < count; ++first) {
       workers.emplace_back([this, first, count] {
-        const World world("every_kind", "failing_notes/nnotes.dll");
+        const World world = failingWorld("every_kind");
         for (std::size_t i = first; i < failures_.size(); i += count) {
           const RecordedRun run = runWith(world, failures_[i].plan);
           failures_[i].outcome = test::outcomeOf(clean_, run, failures_[i].subject);
@@ -114,8 +131,8 @@ class FaultSweep : public testing::Test {
   std::vector<Failure> failures_;
 };
 
-TEST(Arguments, WhatTheLibraryChangesInThemCountsNoMore) {
-  const World world("sample_on_console", "failing_notes/nnotes.dll");
+TEST_F(FaultSweep, WhatTheLibraryChangesInTheArgumentsCountsNoMore) {
+  const World world = failingWorld("sample_on_console");
   EXPECT_EQ(world.run(), world.expected());
 }
 
@@ -123,10 +140,11 @@ TEST_F(FaultSweep, EachFailingCallHasItsRecordedOutcome) {
   runAll();
   for (const auto& failure : failures_)
     EXPECT_EQ(test::joined(failure.outcome).find("FAULT"), std::string::npos) << failure.name;
-  if (STRIDE == 1 && test::isRenewing()) test::writeFile(recordedFile, test::joined(text()));
+  if (stride == 1 && test::isRenewing()) test::writeFile(recordedFile, test::joined(text()));
   const std::string recorded = test::contentOf(recordedFile);
-  if (STRIDE == 1) {
+  if (stride == 1) {
     EXPECT_EQ(test::joined(text()), recorded);
+    return;
   }
   // A part of the calls cannot be compared as a whole.
   for (const Failure& failure : failures_) {

@@ -8,6 +8,8 @@
 #include <fstream>
 #include <regex>
 
+#include "support/folders.h"
+
 namespace {
 
 const std::vector<std::string> layers = {"driver", "directory", "documents", "configuration",
@@ -20,12 +22,12 @@ std::ptrdiff_t layerOf(const std::string& path) {
 
 TEST(IncludeOrder, ArrowsPointDownOnlyAndOtherProgramsShareWhatTheyMay) {
   const std::regex include("^\\s*#\\s*include \"([^\"]+)\"");
-  for (const std::string folder :
-       {SOURCE_FOLDER "/src", SOURCE_FOLDER "/standin", SOURCE_FOLDER "/reader"}) {
+  for (const std::string name : {"src", "standin", "reader"}) {
+    const std::string folder = test::inRepository(name);
     int count = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
       const std::string path = entry.path().lexically_relative(folder).generic_string();
-      const bool isProgram = folder.ends_with("src");
+      const bool isProgram = name == "src";
       std::ifstream file(entry.path());
       std::smatch match;
       for (std::string line; entry.is_regular_file() && std::getline(file, line);) {
@@ -33,7 +35,7 @@ TEST(IncludeOrder, ArrowsPointDownOnlyAndOtherProgramsShareWhatTheyMay) {
         const std::ptrdiff_t layer = layerOf(match[1]);
         const bool isBelow = layer != noLayer && layerOf(path) <= layer;
         const bool isShared =
-            folder.ends_with("reader") ? layerOf("platform") == layer : match[1] == "notes/abi.h";
+            name == "reader" ? layerOf("platform") == layer : match[1] == "notes/abi.h";
         const bool isOwn = layer == noLayer || isShared;
         EXPECT_TRUE(isProgram ? isBelow : isOwn) << path << " includes " << match[1];
         ++count;

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "report_text.h"
+#include "support/folders.h"
 #include "support/process.h"
 #include "support/rows.h"
 #include "support/temporary_folder.h"
@@ -28,7 +29,7 @@ class Commands : public testing::Test {
   void TearDown() override { fs::current_path(before_); }
 
   static test::ProcessResult run(const std::string& words) {
-    std::vector<std::string> command = {BINARY_FOLDER "/" READER_NAME};
+    std::vector<std::string> command = {test::builtProgram("qbreport")};
     std::istringstream stream(words);
     for (std::string word; stream >> word;) command.push_back(word);
     return test::runProcess(command, "output");

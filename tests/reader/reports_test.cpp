@@ -13,6 +13,7 @@
 #include "reader/text.h"
 #include "reader/unified_diff.h"
 #include "report_text.h"
+#include "support/folders.h"
 #include "support/rows.h"
 #include "support/temporary_folder.h"
 
@@ -50,7 +51,7 @@ std::string replaced(const std::string& text, const char* pattern, const char* r
 // The report that a world expects, as the tool writes it.
 std::string worldReport(const std::string& world) {
   const std::string shown =
-      test::contentOf(SOURCE_FOLDER "/tests/worlds/" + world + "/expected/report.txt");
+      test::contentOf(test::inRepository("tests/worlds/" + world + "/expected/report.txt"));
   std::string text = reader::toLatin1(shown).value();
   text = replaced(text, "<entry>\t", "15-11-2026 05:03:11\t(1234:5678)\t");
   text = replaced(text, "-<time>\\.log", "-20261115050312.log");

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "server.h"
+#include "support/folders.h"
 #include "support/rows.h"
 
 namespace standin_tests {
@@ -197,7 +198,7 @@ std::string answer(const std::string& formula) {
 }
 
 TEST(Formula, SelectsExactlyWhatItSaysOrDoesNotCompile) {
-  const Server server(test::contentOf(SOURCE_FOLDER "/tests/standin/formulas.nsf"));
+  const Server server(test::contentOf(test::inRepository("tests/standin/formulas.nsf")));
   for (const auto& [where, row] : test::rowsOf("standin/formulas.txt", 2))
     EXPECT_EQ(answer(row[0]), row[1]) << where;
   std::string formula = R"(SELECT Form="qbEvent")";

@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "support/folders.h"
+
 namespace test {
 
 struct TextRow {
@@ -70,7 +72,7 @@ inline std::u16string wide(const std::string& field) {
 /// Raises a std::runtime_error that names the place for any other, and for a file without rows.
 inline std::vector<TextRow> rowsOf(const std::string& file, std::size_t fields) {
   std::vector<TextRow> rows;
-  std::ifstream text(SOURCE_FOLDER "/tests/" + file, std::ios::binary);
+  std::ifstream text(inRepository("tests/" + file), std::ios::binary);
   int number = 0;
   for (std::string line; std::getline(text, line);) {
     ++number;

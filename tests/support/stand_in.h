@@ -5,13 +5,14 @@
 
 #include "notes/api.h"
 #include "platform/files.h"
+#include "support/folders.h"
 
 namespace test {
 
 /// Fills `notes::api` from the library: once, before anything else. Whether that worked.
 inline bool loadStandIn() {
   const std::filesystem::path before = std::filesystem::current_path();
-  platform::changeDirectory(BINARY_FOLDER "/standin");
+  platform::changeDirectory(inBuild("standin"));
   const bool isLoaded = notes::loadNotesLibrary("nnotes.dll");
   std::filesystem::current_path(before);
   return isLoaded;

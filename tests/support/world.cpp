@@ -5,6 +5,7 @@
 #include <regex>
 #include <sstream>
 
+#include "support/folders.h"
 #include "support/process.h"
 #include "support/rows.h"
 
@@ -99,7 +100,7 @@ Lines linesOf(const std::string& text) {
 
 Lines worldNames() {
   Lines names;
-  for (const auto& entry : fs::directory_iterator(SOURCE_FOLDER "/tests/worlds"))
+  for (const auto& entry : fs::directory_iterator(inRepository("tests/worlds")))
     names.push_back(entry.path().filename().string());
   std::sort(names.begin(), names.end());
   return names;
@@ -108,7 +109,7 @@ Lines worldNames() {
 bool isRenewing() { return std::getenv("RENEW") != nullptr; }
 
 World::World(const std::string& name, const std::string& library)
-    : source_(fs::path(SOURCE_FOLDER "/tests/worlds") / name) {
+    : source_(inRepository("tests/worlds/" + name)) {
   for (const std::string& line : linesOf(contentOf(source_ / "world.txt"))) {
     const std::size_t blank = line.find(' ');
     if (line.starts_with("# ")) continue;
@@ -116,11 +117,12 @@ World::World(const std::string& name, const std::string& library)
   }
   fs::create_directories(program());
   fs::create_directories(data());
-  if (settings_.contains("server")) layOut(fs::path(SOURCE_FOLDER) / setting("server", ""));
+  if (settings_.contains("server")) layOut(inRepository(setting("server", "")));
   layOut(source_);
-  const std::string file = setting("library", library);
-  if (file != "none" && !fs::exists(program() / "nnotes.dll"))
-    fs::copy(fs::path(BINARY_FOLDER) / file, program() / "nnotes.dll");
+  std::string file = library.empty() ? builtStandIn() : library;
+  if (settings_.contains("library")) file = inBuild(setting("library", ""));
+  if (setting("library", "") != "none" && !fs::exists(program() / "nnotes.dll"))
+    fs::copy(file, program() / "nnotes.dll");
   databases_ = databasesOf(data());
 }
 
@@ -142,7 +144,7 @@ void World::layOut(const fs::path& source) const {
 }
 
 Shown World::run() const {
-  Lines command = {BINARY_FOLDER "/" PROGRAM_NAME, setting("path", root() + "/program")};
+  Lines command = {builtProgram("qbdiagnostics"), setting("path", root() + "/program")};
   if (command.back() == "none") command.pop_back();
   const auto [first, last] = settings_.equal_range("argument");
   for (auto argument = first; argument != last; ++argument) command.push_back(argument->second);

@@ -41,9 +41,9 @@ struct Shown {
 
 class World {
  public:
-  /// Lays the world out. Its Notes library is `library`, a file of the build, unless it tells of
-  /// another one or has one of its own.
-  explicit World(const std::string& name, const std::string& library = "standin/nnotes.dll");
+  /// Lays the world out. Its Notes library is the file `library`, or the stand-in, unless it tells
+  /// of another one or has one of its own.
+  explicit World(const std::string& name, const std::string& library = "");
 
   /// The folder of the server, with slashes.
   std::string root() const { return folder_.text(); }

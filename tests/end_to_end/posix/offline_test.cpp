@@ -3,6 +3,7 @@
 
 #include <set>
 
+#include "support/folders.h"
 #include "support/process.h"
 #include "support/rows.h"
 #include "support/world.h"
@@ -15,8 +16,8 @@ TEST(Offline, ExportsOfTheSampleServerGiveItsReport) {
   const test::World world("sample");
   for (const std::string name : {"QBConf", "names", "partners"}) {
     const test::ProcessResult result =
-        test::runProcess({BINARY_FOLDER "/import-dxl", "--force",
-                          SOURCE_FOLDER "/sample-server/export/" + name + ".xml",
+        test::runProcess({test::builtProgram("import-dxl"), "--force",
+                          test::inRepository("sample-server/export/" + name + ".xml"),
                           (world.data() / (name + ".nsf")).string()},
                          world.root() + "/console");
     EXPECT_EQ(result.status, 0) << name;
@@ -84,8 +85,8 @@ TEST(Offline, ServerIsLaidOutByTheRules) {
   for (const auto& [where, row] : test::rowsOf("end_to_end/offline.txt", 6)) {
     const test::TemporaryFolder folder;
     const std::string dir = folder.text() + "/server";
-    std::string command =
-        "cd " + folder.text() + " && exec " BINARY_FOLDER "/qbdiagnostics-offline --into server ";
+    std::string command = "cd " + folder.text() + " && exec '" +
+                          test::builtProgram("qbdiagnostics-offline") + "' --into server ";
     test::writeFile(folder.path() / "conf.xml", configuration(row[0]));
     if (!row[2].empty()) command += "--notes-ini ini ";
     test::writeFile(folder.path() / "ini", row[2]);

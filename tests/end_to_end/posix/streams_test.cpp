@@ -8,6 +8,7 @@
 #include "platform/console.h"
 #include "platform/files.h"
 #include "platform/process.h"
+#include "support/folders.h"
 #include "support/world.h"
 
 namespace {
@@ -18,7 +19,7 @@ TEST(Streams, ClosedOrFullOnesHarmNothingElse) {
   for (const std::string how : {">&-", ">&- 2>&-", "<&- >&- 2>&-", "> /dev/null"}) {
     const test::World world("sample");
     const bool isFull = how == "> /dev/null";
-    const std::string command = "'" BINARY_FOLDER "/" PROGRAM_NAME "' '" + world.root() +
+    const std::string command = "'" + test::builtProgram("qbdiagnostics") + "' '" + world.root() +
                                 "/program' stdout " + how + "; test $? = 1";
     EXPECT_EQ(std::system(((isFull ? "ulimit -f 4; " : "") + command).c_str()), 0) << how;
     const std::size_t size = world.reportBytes().size();

@@ -1,4 +1,5 @@
-// A Notes library that hands every call on to the stand-in, but for those that its plan makes fail.
+// A Notes library that hands every call on to the stand-in, which the environment's STANDIN names,
+// but for those that its plan makes fail.
 //
 // It lies in the program directory, which is the current one, and works with files beside it:
 //   ../plan    what is to fail: the number of a call, from 0, or the name of an operation; without
@@ -66,7 +67,7 @@ void enterOwnRoot() {
 // The stand-in as a table of functions.
 const notes::NotesApi& standIn() {
   static const notes::NotesApi api = [] {
-    void* const library = dlopen(STANDIN, RTLD_NOW | RTLD_LOCAL);
+    void* const library = dlopen(std::getenv("STANDIN"), RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr) std::abort();
     notes::NotesApi found{};
 #define FIND(result, name, arguments) \

@@ -8,6 +8,7 @@
 #include "internet/handshakes.h"
 #include "internet/peer.h"
 #include "platform/posix/openssl_connection.h"
+#include "support/folders.h"
 
 namespace {
 
@@ -22,8 +23,9 @@ const platform::SecurityApi real = platform::security;
 /// A folder with the certificates of make_certificates.sh, made once for a program.
 const test::TemporaryFolder& certificates() {
   static const test::TemporaryFolder folder;
-  static const int status =
-      std::system((SOURCE_FOLDER "/tests/internet/make_certificates.sh " + folder.text()).c_str());
+  static const int status = std::system(
+      ("'" + test::inRepository("tests/internet/make_certificates.sh") + "' " + folder.text())
+          .c_str());
   if (status != 0) throw std::runtime_error(test::contentOf(folder.path() / "log.txt"));
   return folder;
 }

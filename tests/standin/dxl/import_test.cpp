@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "standin/server.h"
+#include "support/folders.h"
 #include "support/process.h"
 #include "support/rows.h"
 
@@ -49,7 +50,8 @@ std::string encoded(const std::string& encoding, const std::string& text) {
 // Its exit status and what it says, on both streams.
 std::string import(const std::string& arguments) {
   const auto result = test::runProcess(
-      {"sh", "-c", R"("$0" )" + arguments + " 2>&1", BINARY_FOLDER "/import-dxl"}, "../output");
+      {"sh", "-c", R"("$0" )" + arguments + " 2>&1", test::builtProgram("import-dxl")},
+      "../output");
   return std::to_string(result.status) + ": " + result.output;
 }
 
