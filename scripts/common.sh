@@ -76,3 +76,20 @@ run_step() {
   fi
   return "$status"
 }
+
+# Makes the files of a Wine in the folder $1, if there are none; the words behind it, with a command
+# behind them, run that command where this Wine is. The files come to their place when all is written:
+# Wine's server holds back what is to be on the disk until it ends, and what it leaves if it is ended
+# before never works.
+make_wine_prefix() {
+  local prefix=$1
+  shift
+  "$@" sh -c '[ -d "$1" ] || {
+    export WINEPREFIX="$1.new" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" &&
+      rm -rf "$WINEPREFIX" && mkdir -p "$WINEPREFIX" && wineboot --init </dev/null &&
+      wineserver --wait && mv "$WINEPREFIX" "$1"
+  }' sh "$prefix" || {
+    echo "Wine's own files could not be made in $prefix" >&2
+    return 1
+  }
+}
