@@ -53,6 +53,14 @@ build_preset() {
   cmake --build --preset "$preset" "$@" -- --quiet
 }
 
+# What programs say of a full disk is easily missed among the rest.
+tell_full_disks() {
+  local folder
+  for folder in "$PWD" "${TMPDIR:-/tmp}" "$HOME"; do
+    [ "$(df --output=avail "$folder" | tail -n 1)" -ge 1024 ] || echo "  no space is left on the disk of $folder"
+  done
+}
+
 # Runs the command behind the name $1 as one step in a shell of its own, so that a failure ends the
 # step and not the script. A line tells the name, how it went and how long; what the command wrote
 # shows only if it failed. It is kept in memory, because a full disk is one of the failures: so what
@@ -73,6 +81,7 @@ run_step() {
   else
     echo "FAILED with status $status, $((SECONDS - started)) s; its output:"
     printf '%s\n' "$output" | sed 's/^/  /'
+    tell_full_disks
   fi
   return "$status"
 }
