@@ -1,14 +1,14 @@
 # The packages: a ZIP for each width of Windows, and one for Debian. scripts/package makes them.
 set(packaging ${PROJECT_SOURCE_DIR}/packaging)
+set(schema ${PROJECT_SOURCE_DIR}/reader/report.schema.json)
 
 # For Windows, what administrators open there has its line ends.
 function(add_windows_pages)
-  file(READ ${PROJECT_SOURCE_DIR}/README.md on_a_server)
-  string(REGEX REPLACE ".*\n## Run it on a server\n(.*)\n## The support library\n.*" "\\1"
-    on_a_server "${on_a_server}")
+  set(page ${PROJECT_SOURCE_DIR}/docs/administrators.md)
+  file(READ ${page} page_for_administrators)
   configure_file(${packaging}/README.txt.in README.txt @ONLY NEWLINE_STYLE DOS)
   configure_file(${PROJECT_SOURCE_DIR}/THIRD-PARTY-NOTICES THIRD-PARTY-NOTICES.txt @ONLY NEWLINE_STYLE DOS)
-  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/README.md)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${page})
 
   set(expected ${PROJECT_SOURCE_DIR}/tests/worlds/sample/expected/report.txt)
   set(report ${CMAKE_BINARY_DIR}/sample-report.log)
@@ -18,8 +18,8 @@ function(add_windows_pages)
   add_custom_target(sample_report DEPENDS ${report})
   add_dependencies(shipped sample_report)
 
-  install(FILES ${report} ${CMAKE_BINARY_DIR}/README.txt ${CMAKE_BINARY_DIR}/THIRD-PARTY-NOTICES.txt
-    DESTINATION . COMPONENT windows)
+  install(FILES ${report} ${schema} ${CMAKE_BINARY_DIR}/README.txt
+    ${CMAKE_BINARY_DIR}/THIRD-PARTY-NOTICES.txt DESTINATION . COMPONENT windows)
 endfunction()
 
 # The stand-in lies in a folder of its own: beside the program it would win over the library of the
@@ -29,9 +29,12 @@ function(add_debian_files)
   add_dependencies(shipped nnotes)
   install(TARGETS nnotes LIBRARY DESTINATION lib/qbdiagnostics/standin COMPONENT linux)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/sample-server DESTINATION share/qbdiagnostics
-    COMPONENT linux)
+    COMPONENT linux PATTERN README.md EXCLUDE)
+  install(FILES ${schema} DESTINATION share/qbdiagnostics COMPONENT linux)
+  set(docs ${PROJECT_SOURCE_DIR}/docs)
   install(FILES ${packaging}/copyright ${PROJECT_SOURCE_DIR}/THIRD-PARTY-NOTICES
-    ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION share/doc/qbdiagnostics COMPONENT linux)
+    ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${docs}/administrators.md ${docs}/offline.md
+    DESTINATION share/doc/qbdiagnostics COMPONENT linux)
 endfunction()
 
 if(WIN32)
