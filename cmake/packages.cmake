@@ -1,5 +1,6 @@
 # The packages: a ZIP for each width of Windows, and one for Debian. scripts/package makes them.
 set(packaging ${PROJECT_SOURCE_DIR}/packaging)
+set(maintainer "Quellbright <support@quellbright.example>")
 set(schema ${PROJECT_SOURCE_DIR}/reader/report.schema.json)
 
 # For Windows, what administrators open there has its line ends.
@@ -33,8 +34,21 @@ function(add_debian_files)
   install(FILES ${schema} DESTINATION share/qbdiagnostics COMPONENT linux)
   set(docs ${PROJECT_SOURCE_DIR}/docs)
   install(FILES ${packaging}/copyright ${PROJECT_SOURCE_DIR}/THIRD-PARTY-NOTICES
-    ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${docs}/administrators.md ${docs}/offline.md
-    DESTINATION share/doc/qbdiagnostics COMPONENT linux)
+    ${docs}/administrators.md ${docs}/offline.md DESTINATION share/doc/qbdiagnostics COMPONENT linux)
+endfunction()
+
+# What is not released yet has the time of the commit, or else of the build.
+function(add_debian_changelog)
+  set(maker ${packaging}/changelog.awk)
+  set(changes ${PROJECT_SOURCE_DIR}/CHANGELOG.md)
+  set(changelog ${CMAKE_BINARY_DIR}/changelog.gz)
+  string(TIMESTAMP now "%s" UTC)
+  add_custom_command(OUTPUT ${changelog} DEPENDS ${maker} ${changes} VERBATIM
+    COMMAND awk -v version=${PROGRAM_VERSION} -v now=${now} -v "maintainer=${maintainer}"
+      -f ${maker} ${changes} | gzip -9nc > ${changelog})
+  add_custom_target(debian_changelog DEPENDS ${changelog})
+  add_dependencies(shipped debian_changelog)
+  install(FILES ${changelog} DESTINATION share/doc/qbdiagnostics COMPONENT linux)
 endfunction()
 
 if(WIN32)
@@ -42,6 +56,7 @@ if(WIN32)
 else()
   ship_script(${packaging}/qbdiagnostics-sample.in)
   add_debian_files()
+  add_debian_changelog()
 endif()
 
 set(CPACK_PACKAGE_NAME qbdiagnostics)
@@ -69,7 +84,7 @@ else()
   set(CPACK_DEB_COMPONENT_INSTALL ON)
   set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-  set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Quellbright <support@quellbright.example>")
+  set(CPACK_DEBIAN_PACKAGE_MAINTAINER ${maintainer})
   set(CPACK_DEBIAN_PACKAGE_SECTION admin)
   set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "diagnostics of Quellbright Domino Module
 Writes one plain-text report that tells in what state the add-on for Domino
