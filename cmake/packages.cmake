@@ -3,10 +3,11 @@ set(packaging ${PROJECT_SOURCE_DIR}/packaging)
 set(maintainer "Quellbright <support@quellbright.example>")
 set(schema ${PROJECT_SOURCE_DIR}/reader/report.schema.json)
 
-# For Windows, what administrators open there has its line ends.
+# For Windows, what administrators open there has its line ends, also where it comes by a variable.
 function(add_windows_pages)
   set(page ${PROJECT_SOURCE_DIR}/docs/administrators.md)
   file(READ ${page} page_for_administrators)
+  string(REPLACE "\n" "\r\n" page_for_administrators "${page_for_administrators}")
   configure_file(${packaging}/README.txt.in README.txt @ONLY NEWLINE_STYLE DOS)
   configure_file(${PROJECT_SOURCE_DIR}/THIRD-PARTY-NOTICES THIRD-PARTY-NOTICES.txt @ONLY NEWLINE_STYLE DOS)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${page})
