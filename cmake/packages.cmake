@@ -1,14 +1,16 @@
 # The packages: a ZIP for each width of Windows, and one for Debian. scripts/package makes them.
 set(packaging ${PROJECT_SOURCE_DIR}/packaging)
+set(maintainer "Quellbright <support@quellbright.example>")
+set(schema ${PROJECT_SOURCE_DIR}/reader/report.schema.json)
 
-# For Windows, what administrators open there has its line ends.
+# For Windows, what administrators open there has its line ends, also where it comes by a variable.
 function(add_windows_pages)
-  file(READ ${PROJECT_SOURCE_DIR}/README.md on_a_server)
-  string(REGEX REPLACE ".*\n## Run it on a server\n(.*)\n## The support library\n.*" "\\1"
-    on_a_server "${on_a_server}")
+  set(page ${PROJECT_SOURCE_DIR}/docs/administrators.md)
+  file(READ ${page} page_for_administrators)
+  string(REPLACE "\n" "\r\n" page_for_administrators "${page_for_administrators}")
   configure_file(${packaging}/README.txt.in README.txt @ONLY NEWLINE_STYLE DOS)
   configure_file(${PROJECT_SOURCE_DIR}/THIRD-PARTY-NOTICES THIRD-PARTY-NOTICES.txt @ONLY NEWLINE_STYLE DOS)
-  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/README.md)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${page})
 
   set(expected ${PROJECT_SOURCE_DIR}/tests/worlds/sample/expected/report.txt)
   set(report ${CMAKE_BINARY_DIR}/sample-report.log)
@@ -18,8 +20,8 @@ function(add_windows_pages)
   add_custom_target(sample_report DEPENDS ${report})
   add_dependencies(shipped sample_report)
 
-  install(FILES ${report} ${CMAKE_BINARY_DIR}/README.txt ${CMAKE_BINARY_DIR}/THIRD-PARTY-NOTICES.txt
-    DESTINATION . COMPONENT windows)
+  install(FILES ${report} ${schema} ${CMAKE_BINARY_DIR}/README.txt
+    ${CMAKE_BINARY_DIR}/THIRD-PARTY-NOTICES.txt DESTINATION . COMPONENT windows)
 endfunction()
 
 # The stand-in lies in a folder of its own: beside the program it would win over the library of the
@@ -29,9 +31,25 @@ function(add_debian_files)
   add_dependencies(shipped nnotes)
   install(TARGETS nnotes LIBRARY DESTINATION lib/qbdiagnostics/standin COMPONENT linux)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/sample-server DESTINATION share/qbdiagnostics
-    COMPONENT linux)
+    COMPONENT linux PATTERN README.md EXCLUDE)
+  install(FILES ${schema} DESTINATION share/qbdiagnostics COMPONENT linux)
+  set(docs ${PROJECT_SOURCE_DIR}/docs)
   install(FILES ${packaging}/copyright ${PROJECT_SOURCE_DIR}/THIRD-PARTY-NOTICES
-    ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION share/doc/qbdiagnostics COMPONENT linux)
+    ${docs}/administrators.md ${docs}/offline.md DESTINATION share/doc/qbdiagnostics COMPONENT linux)
+endfunction()
+
+# What is not released yet has the time of the commit, or else of the build.
+function(add_debian_changelog)
+  set(maker ${packaging}/changelog.awk)
+  set(changes ${PROJECT_SOURCE_DIR}/CHANGELOG.md)
+  set(changelog ${CMAKE_BINARY_DIR}/changelog.gz)
+  string(TIMESTAMP now "%s" UTC)
+  add_custom_command(OUTPUT ${changelog} DEPENDS ${maker} ${changes} VERBATIM
+    COMMAND awk -v version=${PROGRAM_VERSION} -v now=${now} -v "maintainer=${maintainer}"
+      -f ${maker} ${changes} | gzip -9nc > ${changelog})
+  add_custom_target(debian_changelog DEPENDS ${changelog})
+  add_dependencies(shipped debian_changelog)
+  install(FILES ${changelog} DESTINATION share/doc/qbdiagnostics COMPONENT linux)
 endfunction()
 
 if(WIN32)
@@ -39,6 +57,7 @@ if(WIN32)
 else()
   ship_script(${packaging}/qbdiagnostics-sample.in)
   add_debian_files()
+  add_debian_changelog()
 endif()
 
 set(CPACK_PACKAGE_NAME qbdiagnostics)
@@ -66,7 +85,7 @@ else()
   set(CPACK_DEB_COMPONENT_INSTALL ON)
   set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-  set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Quellbright <support@quellbright.example>")
+  set(CPACK_DEBIAN_PACKAGE_MAINTAINER ${maintainer})
   set(CPACK_DEBIAN_PACKAGE_SECTION admin)
   set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "diagnostics of Quellbright Domino Module
 Writes one plain-text report that tells in what state the add-on for Domino

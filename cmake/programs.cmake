@@ -7,12 +7,39 @@ else()
   set(install_bin bin)
 endif()
 
+set(is_shipped FALSE)
+if(CMAKE_BUILD_TYPE STREQUAL Release AND NOT BUILD_TESTING)
+  set(is_shipped TRUE)
+endif()
+set(compiled $<COMPILE_LANGUAGE:C,CXX>)
+
 # The names of symbols and lines are of use to those who keep the build, and to them alone. What is
 # built to be shipped is the same wherever its folder lies.
-if(CMAKE_BUILD_TYPE STREQUAL Release AND NOT BUILD_TESTING)
-  add_compile_options(
-    "$<$<COMPILE_LANGUAGE:C,CXX>:-g;-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>")
+if(is_shipped)
+  add_compile_options("$<${compiled}:-g;-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>")
 endif()
+
+# The programs read what strangers wrote. For Linux they get what Debian's packages have under
+# "hardening=+all"; its warnings about formats are among the project's. For Windows the tests' builds
+# have the stack protector as well, so that a test sees it.
+if(WIN32)
+  add_compile_options($<${compiled}:-fstack-protector-strong>)
+  add_link_options(-fstack-protector-strong)
+elseif(is_shipped)
+  set(is_module $<STREQUAL:$<TARGET_PROPERTY:TYPE>,MODULE_LIBRARY>)
+  add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2
+    $<$<NOT:${is_module}>:-fPIE>)
+  add_link_options(-Wl,-z,relro -Wl,-z,now $<$<NOT:${is_module}>:-pie>)
+endif()
+
+# check_hardening(<target>): a program that has lost its hardening works as before; so the build looks.
+function(check_hardening target)
+  if(is_shipped AND NOT WIN32)
+    add_custom_command(TARGET ${target} POST_BUILD VERBATIM
+      COMMAND ${CMAKE_COMMAND} -DREADELF=${CMAKE_READELF} -DFILE=$<TARGET_FILE:${target}>
+        -P ${PROJECT_SOURCE_DIR}/cmake/check_hardening.cmake)
+  endif()
+endfunction()
 
 # separate_symbols(<target>): a release is stripped; its symbols lie beside it, in a file with ".debug"
 # behind the name, which the debugger finds by the link that is left in the file. Without
@@ -22,7 +49,7 @@ function(separate_symbols target)
     set(file $<TARGET_FILE:${target}>)
     add_custom_command(TARGET ${target} POST_BUILD VERBATIM
       COMMAND ${CMAKE_OBJCOPY} --only-keep-debug --preserve-dates ${file} ${file}.debug
-      COMMAND ${CMAKE_STRIP} --strip-all --preserve-dates ${file}
+      COMMAND ${CMAKE_STRIP} --strip-all --remove-section=.comment --preserve-dates ${file}
       COMMAND ${CMAKE_OBJCOPY} --preserve-dates --add-gnu-debuglink=${file}.debug ${file})
   endif()
 endfunction()
@@ -56,6 +83,7 @@ endfunction()
 function(ship_program target description component)
   target_compile_definitions(${target} PRIVATE PROGRAM_VERSION="${PROGRAM_VERSION}")
   separate_symbols(${target})
+  check_hardening(${target})
   if(WIN32)
     add_windows_resources(${target} ${description})
   else()

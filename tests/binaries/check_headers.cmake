@@ -2,9 +2,10 @@ cmake_minimum_required(VERSION 3.25)
 
 # A server has the system's own libraries and none of a compiler. It may place a program anywhere, for
 # which the table of relocations must have entries, and runs no data. A program shows it a version (a
-# resource of type 16) and a manifest (24).
-set(system_libraries KERNEL32.dll msvcrt.dll)
-set(traits NX_COMPAT DYNAMIC_BASE "Entry 5 0*[1-9a-f][0-9a-f]* [^\n]*Base Relocation")
+# resource of type 16) and a manifest (24). The stack protector draws its guard by CryptGenRandom, and
+# nothing else does.
+set(system_libraries ADVAPI32.dll KERNEL32.dll msvcrt.dll)
+set(traits CryptGenRandom NX_COMPAT DYNAMIC_BASE "Entry 5 0*[1-9a-f][0-9a-f]* [^\n]*Base Relocation")
 foreach(file IN LISTS FILES)
   execute_process(COMMAND ${OBJDUMP} -p ${file} OUTPUT_VARIABLE tables COMMAND_ERROR_IS_FATAL ANY)
   string(REGEX MATCHALL "DLL Name: [^\n]+" imports "${tables}")

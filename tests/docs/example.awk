@@ -1,4 +1,4 @@
-# Holds the example report of the README, its first argument, against an expected report, its second:
+# Holds the example report of a page, its first argument, against an expected report, its second:
 # each line but "..." stands there, in this order. What differs between servers and runs is masked.
 function masked(line) {
   sub(/^[0-9-]+ [0-9:]+\t\([0-9]+:[0-9]+\)/, "<entry>", line)
