@@ -53,6 +53,10 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
     EXPECT_EQ(result.output.substr(0, fields[1].size()), fields[1]) << where;
     EXPECT_TRUE(!fields[1].empty() || result.output.empty()) << where << result.output;
   }
+  const std::string longText(10000, 'x');
+  test::writeFile("text",
+                  test::reportOf("@STARTING LOG\n@Could not count users: " + longText + "\n"));
+  EXPECT_NE(run("check text").output.find(" " + longText + "\t"), std::string::npos);
   if (fs::path::preferred_separator == '/') {
     EXPECT_EQ(fs::status("map").permissions(), fs::perms::owner_read | fs::perms::owner_write);
     for (const std::string words :

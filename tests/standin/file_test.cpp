@@ -62,6 +62,7 @@ TEST(File, IsReadInPiecesAndNothingIsLostBetweenThem) {
   std::string items = R"("text":")" + textOfNote(count) + "\"";
   for (const char name : {'a', 'b', 'c', 'd', 'e'})
     items += std::string(",\"") + name + "\":\"" + longText + "\"";
+  for (int i = 0; i < 300; ++i) items += ",\"item" + std::to_string(i) + "\":\"\"";
   const Server server(content + noteLine(count, items));
   const DBHANDLE db = openDatabase();
   for (NOTEID id = 1; id <= count; ++id) {

@@ -33,6 +33,9 @@ TEST(File, ShortWriteFailsAndLeavesNothing) {
   EXPECT_EQ(std::filesystem::status("a.nsf.torn").permissions(),
             std::filesystem::status("a.nsf").permissions());
   EXPECT_EQ(write(db, "text"), noError);
+  std::ofstream("a.nsf", std::ios::app) << R"({"note":3)";
+  EXPECT_EQ(write(db, "text"), noError);
+  EXPECT_EQ(test::contentOf("a.nsf.torn"), "{\"note\":2\n{\"note\":3\n");
 }
 
 TEST(File, WhatIsNoFileIsNamedAndNotWaitedFor) {
