@@ -27,6 +27,10 @@ std::size_t transferAll(const std::string& path, std::size_t size, Transfer tran
   return done;
 }
 
+void requireAll(const std::string& path, std::size_t written, std::size_t size) {
+  if (written < size) failBySystem(path, ENOSPC);
+}
+
 }  // namespace
 
 Descriptor Descriptor::openToRead(const std::string& path) {
@@ -62,16 +66,18 @@ std::size_t Descriptor::readAt(std::uint64_t position, char* buffer, std::size_t
 }
 
 void Descriptor::write(std::string_view bytes) {
-  transferAll(path_, bytes.size(), [&](std::size_t done) {
+  const std::size_t written = transferAll(path_, bytes.size(), [&](std::size_t done) {
     return ::write(opened_, bytes.data() + done, bytes.size() - done);
   });
+  requireAll(path_, written, bytes.size());
 }
 
 void Descriptor::writeAt(std::uint64_t position, std::string_view bytes) {
-  transferAll(path_, bytes.size(), [&](std::size_t done) {
+  const std::size_t written = transferAll(path_, bytes.size(), [&](std::size_t done) {
     return pwrite(opened_, bytes.data() + done, bytes.size() - done,
                   static_cast<off_t>(position + done));
   });
+  requireAll(path_, written, bytes.size());
 }
 
 void Descriptor::sync() {

@@ -5,7 +5,6 @@
 #include <cerrno>
 #include <charconv>
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <new>
@@ -17,6 +16,7 @@
 #include "descriptor.h"
 #include "export_reader.h"
 #include "failure.h"
+#include "platform/process.h"
 #include "report.h"
 #include "spool.h"
 #include "store_writer.h"
@@ -133,9 +133,7 @@ void import(const Options& options, Report& report) {
 }  // namespace
 
 int main(int count, char** arguments) {
-  // Nobody who reads along, and a limit of the file size: failures of a write, as any other.
-  for (const int ignored : {SIGPIPE, SIGXFSZ})
-    if (std::signal(ignored, SIG_IGN) == SIG_ERR) return failed;
+  platform::prepareProcess();
   const Options options = optionsFrom(count, arguments);
   Report report;
   try {

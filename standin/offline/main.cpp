@@ -1,9 +1,11 @@
 #include <exception>
 #include <filesystem>
+#include <iostream>
 
 #include "messages.h"
 #include "offline_report.h"
 #include "options.h"
+#include "platform/process.h"
 
 namespace {
 
@@ -12,8 +14,10 @@ enum ExitStatus { reportMade = 0, failed = 1, wrongUsage = 2 };
 }  // namespace
 
 int main(int argc, char** argv) {
+  platform::prepareProcess();
   try {
     if (const auto options = offline::parseOptions(argc, argv)) offline::makeReport(*options);
+    if (!std::cout.flush()) throw offline::Failed("standard output cannot be written");
     return reportMade;
   } catch (const offline::WrongUsage& error) {
     offline::tellFailure(error.what());

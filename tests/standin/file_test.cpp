@@ -52,6 +52,27 @@ TEST(File, IsReadAndWrittenOnlyIfItIsAStore) {
   }
 }
 
+// The pieces end at many places of the lines, and the last line is longer than one.
+TEST(File, IsReadInPiecesAndNothingIsLostBetweenThem) {
+  std::string content = header;
+  const auto textOfNote = [](NOTEID id) { return std::string(id % 701, 'x') + std::to_string(id); };
+  constexpr NOTEID count = 3000;
+  for (NOTEID id = 1; id < count; ++id)
+    content += noteLine(id, R"("text":")" + textOfNote(id) + "\"");
+  std::string items = R"("text":")" + textOfNote(count) + "\"";
+  for (const char name : {'a', 'b', 'c', 'd', 'e'})
+    items += std::string(",\"") + name + "\":\"" + longText + "\"";
+  for (int i = 0; i < 300; ++i) items += ",\"item" + std::to_string(i) + "\":\"\"";
+  const Server server(content + noteLine(count, items));
+  const DBHANDLE db = openDatabase();
+  for (NOTEID id = 1; id <= count; ++id) {
+    const NOTEHANDLE note = openNote(db, id);
+    EXPECT_EQ(textOf(note, "text"), textOfNote(id));
+    EXPECT_EQ(NSFNoteClose(note), 0);
+  }
+  EXPECT_EQ(textOf(openNote(db, count), "e"), longText);
+}
+
 std::string damaged(int line) {
   return "Line " + std::to_string(line) + " of the database is damaged";
 }

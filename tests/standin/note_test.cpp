@@ -204,6 +204,9 @@ TEST(Formula, SelectsExactlyWhatItSaysOrDoesNotCompile) {
   std::string formula = R"(SELECT Form="qbEvent")";
   for (int i = 0; i < 5000; ++i) formula += R"(|Form="x")";
   EXPECT_EQ(answer(formula), "4") << "length is no limit";
+  formula = "SELECT ";
+  for (int i = 0; i < 40; ++i) formula += "A" + std::to_string(i) + "=\"\" & ";
+  EXPECT_EQ(answer(formula + R"(Form="qbEvent")"), "4") << "more items than have an index";
   EXPECT_EQ(answer("SELECT " + std::string(99, '(') + "@All" + std::string(99, ')')), "1 2 3 4 5");
   for (const char mark : {'(', '!'})
     EXPECT_EQ(answer("SELECT " + std::string(30000, mark)),

@@ -102,6 +102,12 @@ TEST(PosixSockets, ConnectionCarriesBytesAndEachRefusalHasItsNumber) {
   EXPECT_EQ(refusal(sockets.recv(socket, value, 4, 0) == -1), 10054) << "a reset is no close";
   EXPECT_EQ(sockets.closesocket(socket), 0);
   EXPECT_EQ(refusal(sockets.closesocket(socket) == -1), 10038);
+  int pair[2] = {};
+  ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, pair), 0);
+  ::close(pair[1]);
+  EXPECT_EQ(sockets.recv(static_cast<platform::SocketHandle>(pair[0]), value, 4, 0), 0)
+      << "and a close is no failure";
+  ::close(pair[0]);
   ::close(listener);
 }
 

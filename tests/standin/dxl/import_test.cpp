@@ -1,6 +1,8 @@
 // What the importer makes of exports, run as a user would. Its stores are opened with the library.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <csignal>
 #include <filesystem>
 
 #include "standin/server.h"
@@ -47,10 +49,10 @@ std::string encoded(const std::string& encoding, const std::string& text) {
   return bytes;
 }
 
-// Its exit status and what it says, on both streams.
-std::string import(const std::string& arguments) {
+// Its exit status and what it says, on both streams; `settings` are commands of the shell.
+std::string import(const std::string& arguments, const std::string& settings = "") {
   const auto result = test::runProcess(
-      {"sh", "-c", R"("$0" )" + arguments + " 2>&1", test::builtProgram("import-dxl")},
+      {"sh", "-c", settings + R"(exec "$0" 2>&1 )" + arguments, test::builtProgram("import-dxl")},
       "../output");
   return std::to_string(result.status) + ": " + result.output;
 }
@@ -142,6 +144,89 @@ TEST_F(ImportDxl, TargetIsReplacedOnlyOnDemand) {
   EXPECT_EQ(import("a.xml missing/s.nsf"), "1: missing/s.nsf: No such file or directory\n");
   EXPECT_EQ(import(". t.nsf"), "1: .: Is a directory\n");
   EXPECT_EQ(import("a.xml --force s.nsf"), "0: " + made);
+  EXPECT_EQ(filesLeft(), "s.nsf ");
+}
+
+TEST_F(ImportDxl, NothingIsLostBetweenThePiecesOfFiles) {
+  std::string exported = "<database>";
+  std::string store = expanded("<db>\n");
+  for (int id = 1; id <= 3000; ++id) {
+    const std::string text = std::string(static_cast<std::size_t>(id % 701), 'x');
+    exported += "<document form='" + text + "y'/>";
+    store += R"({"note":)" + std::to_string(id) + R"(,"items":{"Form":")" + text + "y\"}}\n";
+  }
+  write("bytes", exported + "</database>");
+  EXPECT_TRUE(import("a.xml s.nsf").starts_with("0: notes 3000,"));
+  EXPECT_TRUE(test::contentOf("s.nsf") == store);
+}
+
+// The messages are more than a pipe and the program hold, so that each is told once only if all are
+// taken care of, and a reader who leaves is noticed.
+TEST_F(ImportDxl, MessagesComeOnceAndStreamsThatAreClosedOrNotReadHarmNoStore) {
+  write("bytes", "<document form='F'>" + expanded("{*40000 <item name='i'/>*}") + "</document>");
+  const std::string store = expanded("<db>\n{\"note\":1,\"items\":{\"Form\":\"F\"}}\n");
+  const std::string said = expanded("0: {*40000 left out: note -, item i: empty\n*}") +
+                           "notes 1, profiles 0, design elements 0, items kept 1, left out 40000\n";
+  for (const std::string how : {"<&- >&-", "2>&-", "<&- >&- 2>&-", "| true"}) {
+    const std::string result = import("a.xml s.nsf " + how);
+    EXPECT_TRUE(result == (how == "<&- >&-" ? said : "0: ")) << how << result.size();
+    EXPECT_EQ(test::contentOf("s.nsf"), store) << how;
+    EXPECT_EQ(filesLeft(), "s.nsf ") << how;
+    fs::remove("s.nsf");
+  }
+}
+
+TEST_F(ImportDxl, FileThatCannotBeWrittenIsNotMade) {
+  for (const std::string content :
+       {"<database title='{*30000 x*}'/>", "<document form='{*600000 x*}'/>"}) {
+    write("bytes", expanded(content));
+    EXPECT_EQ(import("a.xml s.nsf", "ulimit -f 16; "), "1: s.nsf: File too large\n");
+    EXPECT_EQ(filesLeft(), "");
+  }
+  EXPECT_EQ(import("--help >/dev/full"), "1: ");
+}
+
+TEST_F(ImportDxl, StoreHasTheModeOfAnyNewFile) {
+  write("bytes", "<database/>");
+  for (const auto& [mask, mode] : {std::pair("027", 0640), std::pair("002", 0664)}) {
+    EXPECT_TRUE(
+        import("--force a.xml s.nsf", "umask " + std::string(mask) + "; ").starts_with("0"));
+    EXPECT_EQ(fs::status("s.nsf").permissions(), static_cast<fs::perms>(mode)) << mask;
+  }
+}
+
+// The exit status of an import that gets a signal once its new file is listed. The pipe has been
+// read by then, and with it all is over that comes before the new file.
+int statusAfter(const std::string& signal, const std::string& disposition) {
+  const std::string script = R"(
+    ulimit -c 0
+    env --$1-signal=$2 "$0" ../pipe s.nsf </dev/null &
+    cp a.xml ../pipe
+    until [ -e s.nsf ]; do
+      for file in .import-dxl-*; do [ ! -e "$file" ] || break 2; done
+    done
+    kill -s $2 $!
+    wait $!)";
+  return test::runProcess({"timeout", "60", "sh", "-c", script, test::builtProgram("import-dxl"),
+                           disposition, signal},
+                          "../output")
+      .status;
+}
+
+TEST_F(ImportDxl, SignalLeavesNothingBehindAndIsIgnoredIfItWas) {
+  write("bytes", expanded("<document><item name='x'><text>{*4000000 x*}</text></item></document>"));
+  ASSERT_EQ(mkfifo("../pipe", 0600), 0);
+  for (const auto& [signal, number] :
+       {std::pair("HUP", SIGHUP), {"INT", SIGINT}, {"QUIT", SIGQUIT}, {"TERM", SIGTERM}}) {
+    int status = 0;
+    int tries = 0;
+    do {  // the store may have been faster
+      status = statusAfter(signal, "default");
+    } while (fs::remove("s.nsf") && ++tries < 20);
+    EXPECT_EQ(status, 128 + number) << signal;
+    EXPECT_EQ(filesLeft(), "") << signal;
+  }
+  EXPECT_EQ(statusAfter("HUP", "ignore"), 0);
   EXPECT_EQ(filesLeft(), "s.nsf ");
 }
 

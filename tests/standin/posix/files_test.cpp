@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <utility>
@@ -29,7 +30,12 @@ TEST(File, ShortWriteFailsAndLeavesNothing) {
   EXPECT_EQ(words, "The system does not let the library write to the database");
   EXPECT_EQ(test::contentOf("a.nsf"), before);
   EXPECT_EQ(test::contentOf("a.nsf.torn"), "{\"note\":2\n");
+  EXPECT_EQ(std::filesystem::status("a.nsf.torn").permissions(),
+            std::filesystem::status("a.nsf").permissions());
   EXPECT_EQ(write(db, "text"), noError);
+  std::ofstream("a.nsf", std::ios::app) << R"({"note":3)";
+  EXPECT_EQ(write(db, "text"), noError);
+  EXPECT_EQ(test::contentOf("a.nsf.torn"), "{\"note\":2\n{\"note\":3\n");
 }
 
 TEST(File, WhatIsNoFileIsNamedAndNotWaitedFor) {
@@ -51,11 +57,18 @@ TEST(File, LockOfAnotherIsWaitedForOnce) {
   const int holder = open("a.nsf", O_RDWR);
   struct flock byte = {F_WRLCK, SEEK_SET, off_t{1} << 62, 1, 0};
   EXPECT_EQ(fcntl(holder, F_OFD_SETLK, &byte), 0);
-  const auto start = std::chrono::steady_clock::now();
   const std::string locked = "Another process holds the lock of the database";
-  for (int i = 0; i < 20; ++i) EXPECT_EQ(i % 2 == 0 ? foundIn() : write(db, "x"), locked);
-  const std::chrono::duration<double> waited = std::chrono::steady_clock::now() - start;
-  EXPECT_TRUE(waited.count() >= 0.1 && waited.count() < 1) << waited.count();
+  double first = 0;
+  double shortest[2] = {1, 1};  // a busy machine makes some of each kind long
+  for (int i = 0; i < 20; ++i) {
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(i % 2 == 0 ? foundIn() : write(db, "x"), locked);
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    if (i == 0) first = took.count();
+    shortest[i % 2] = std::min(shortest[i % 2], took.count());
+  }
+  EXPECT_GE(first, 0.1);
+  EXPECT_LT(std::max(shortest[0], shortest[1]), 0.1);
   close(holder);
   EXPECT_EQ(foundIn(), "1");
 }
