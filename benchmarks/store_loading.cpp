@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr double mostOfJudgement = 2;
+constexpr double mostOfJudgement = 3.0;
 
 std::string line(int id, const std::string& items) {
   return R"({"note":)" + std::to_string(id) + R"(,"items":{)" + items + "}}\n";

@@ -7,15 +7,11 @@ else()
   set(install_bin bin)
 endif()
 
-set(is_shipped FALSE)
-if(CMAKE_BUILD_TYPE STREQUAL Release AND NOT BUILD_TESTING)
-  set(is_shipped TRUE)
-endif()
 set(compiled $<COMPILE_LANGUAGE:C,CXX>)
 
 # The names of symbols and lines are of use to those who keep the build, and to them alone. What is
 # built to be shipped is the same wherever its folder lies.
-if(is_shipped)
+if(CMAKE_BUILD_TYPE STREQUAL Release AND NOT BUILD_TESTING)
   add_compile_options("$<${compiled}:-g;-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>")
 endif()
 
@@ -25,7 +21,7 @@ endif()
 if(WIN32)
   add_compile_options($<${compiled}:-fstack-protector-strong>)
   add_link_options(-fstack-protector-strong)
-elseif(is_shipped)
+elseif(HARDENING)
   set(is_module $<STREQUAL:$<TARGET_PROPERTY:TYPE>,MODULE_LIBRARY>)
   add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2
     $<$<NOT:${is_module}>:-fPIE>)
@@ -34,7 +30,7 @@ endif()
 
 # check_hardening(<target>): a program that has lost its hardening works as before; so the build looks.
 function(check_hardening target)
-  if(is_shipped AND NOT WIN32)
+  if(HARDENING AND NOT WIN32)
     add_custom_command(TARGET ${target} POST_BUILD VERBATIM
       COMMAND ${CMAKE_COMMAND} -DREADELF=${CMAKE_READELF} -DFILE=$<TARGET_FILE:${target}>
         -P ${PROJECT_SOURCE_DIR}/cmake/check_hardening.cmake)

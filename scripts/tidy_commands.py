@@ -11,6 +11,8 @@ with open(sys.argv[1]) as database:
     for entry in json.load(database):
         source = os.path.relpath(entry["file"])
         if source in wanted and not source.startswith("tests/canary/"):
-            tidy = ["ccache", tool] + shlex.split(entry["command"])[1:]
+            flags = shlex.split(entry["command"])[1:]
+            included = flags[flags.index("-o") + 1] + ".d"
+            tidy = ["ccache", tool, "-MD", "-MF", included] + flags
             command = f"cd {shlex.quote(entry['directory'])} && exec {shlex.join(tidy)}"
             print(command, end="\0")
