@@ -85,8 +85,7 @@ TEST(Offline, ServerIsLaidOutByTheRules) {
   for (const auto& [where, row] : test::rowsOf("end_to_end/offline.txt", 6)) {
     const test::TemporaryFolder folder;
     const std::string dir = folder.text() + "/server";
-    std::string command = "cd " + folder.text() + " && exec '" +
-                          test::builtProgram("qbdiagnostics-offline") + "' 2>&1 --into server ";
+    std::string command = R"(cd "$1" && exec "$0" 2>&1 --into server )";
     test::writeFile(folder.path() / "conf.xml", configuration(row[0]));
     if (!row[2].empty()) command += "--notes-ini ini ";
     test::writeFile(folder.path() / "ini", row[2]);
@@ -97,7 +96,9 @@ TEST(Offline, ServerIsLaidOutByTheRules) {
       test::writeFile(folder.path() / file, addressBook(path));
       command += file + " ";
     }
-    const auto result = test::runProcess({"sh", "-c", command}, folder.text() + "/console");
+    const auto result = test::runProcess(
+        {"sh", "-c", command, test::builtProgram("qbdiagnostics-offline"), folder.text()},
+        folder.text() + "/console");
     std::string shown =
         result.output + listingOf(dir + "/data") + test::contentOf(dir + "/program/notes.ini");
     for (std::size_t at = 0; (at = shown.find(dir, at)) != std::string::npos;)
