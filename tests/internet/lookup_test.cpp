@@ -48,7 +48,7 @@ platform::hostent* fakeHostByName(const char* node) {
   static std::string name;
   static platform::hostent answer{nullptr, nullptr, 2, 4, nullptr};
   name = hosts[hostCalls++ % hosts.size()];
-  sockets.WSASetLastError(std::atoi(name.c_str()));
+  sockets.WSASetLastError(static_cast<int>(std::strtol(name.c_str(), nullptr, 10)));
   if (name[0] == '1') return nullptr;
   answer.h_addresses = addresses + 2 - (name.back() - '0');
   name.resize(name.find('='));

@@ -80,10 +80,10 @@ TEST(Reports, AreMaskedInTheirPlacesAndKeepTheirFindings) {
   std::string masked;
   for (int i = 0; i < 400; ++i) {
     const std::string number = std::to_string(i % 200 + 1);
-    shown += "@CUSTOMERPROFILE:\n\t\t\t\t\tContact(n" + number + "x)\n@Could not count users: n" +
-             number + "x\n";
-    masked += "@CUSTOMERPROFILE:\n\t\t\t\t\tContact(person-" + number +
-              ")\n@Could not count users: person-" + number + "\n";
+    shown.append("@CUSTOMERPROFILE:\n\t\t\t\t\tContact(n").append(number);
+    shown.append("x)\n@Could not count users: n").append(number).append("x\n");
+    masked.append("@CUSTOMERPROFILE:\n\t\t\t\t\tContact(person-").append(number);
+    masked.append(")\n@Could not count users: person-").append(number).append("\n");
   }
   EXPECT_EQ(maskedOf(Report(test::reportOf(shown))), test::reportOf(masked));
   for (const char* file : {"reader/findings.txt", "reader/worlds.txt"}) {

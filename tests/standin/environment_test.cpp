@@ -73,7 +73,9 @@ TEST(Settings, DirectoriesKeepTheirKindOfSeparator) {
 TEST(NetworkPath, PartsGoInAndComeOutAsFarAsTheyFit) {
   for (auto [where, row] : test::rowsOf("standin/network_paths.txt", 5)) {
     for (std::string& field : row) field = grown(field);
-    char path[NOTES_PATH_SIZE] = "", port[NOTES_PATH_SIZE] = "", server[NOTES_PATH_SIZE] = "";
+    char path[NOTES_PATH_SIZE] = "";
+    char port[NOTES_PATH_SIZE] = "";
+    char server[NOTES_PATH_SIZE] = "";
     if (row[0] != "parse") {
       const STATUS status =
           OSPathNetConstruct(row[1].c_str(), row[2].c_str(), row[3].c_str(), path);
@@ -90,7 +92,8 @@ TEST(NetworkPath, PartsGoInAndComeOutAsFarAsTheyFit) {
 
 // The books as "a;b;", or the words of the failure.
 std::string books(const std::string& server) {
-  WORD count = 77, length = 77;
+  WORD count = 77;
+  WORD length = 77;
   HANDLE block = 77;
   const STATUS status = NAMEGetAddressBooks(server.c_str(), 0, &count, &length, &block);
   EXPECT_EQ(count == 77 && length == 77 && block == 77, status != 0) << "outputs of a failure";

@@ -105,7 +105,7 @@ TEST(File, LineCutAtAnyPlaceCountsIfItIsWholeAndIsKeptIfNot) {
   const std::string line = noteLine(2, "\"text\":\"\\u00e9 \xC3\xA9\",\"TEXT\":\"last\"");
   for (std::size_t length = 0; length <= line.size(); ++length) {
     const std::string zeros(length % 3 * 5000, '\0');
-    const Server server(whole + line.substr(0, length) + zeros);
+    const Server server(std::string(whole).append(line, 0, length).append(zeros));
     const bool counts = length + 1 >= line.size();
     const std::string torn = (counts ? "" : line.substr(0, length)) + zeros;
     const DBHANDLE db = openDatabase();

@@ -46,8 +46,10 @@ TEST(Item, WritesReachTheFileInPlaceAndOrder) {
   const Server server(header + noteLine(3, R"("First":"1","Second":["a"],"Third":3)"));
   const DBHANDLE db = openDatabase();
   const NOTEHANDLE note = openNote(db, 3);
-  const TIMEDATE time{{8639999, 0xAB000000 | 2440588}}, never{{0, 0}};
-  const NUMBER number = 0.1, infinite = HUGE_VAL;
+  const TIMEDATE time{{8639999, 0xAB000000 | 2440588}};
+  const TIMEDATE never{{0, 0}};
+  const NUMBER number = 0.1;
+  const NUMBER infinite = HUGE_VAL;
   EXPECT_EQ(NSFItemSetTime(note, "SECOND", &time), 0);
   EXPECT_EQ(setText(note, "Fourth", "4\n\""), 0);
   EXPECT_EQ(setText(note, "first", "\xE9"), 0);
@@ -184,7 +186,11 @@ TEST(Profile, ReachesTheFileOnlyByItsOwnUpdateAndIsOneForItsName) {
 std::string answer(const std::string& formula) {
   FORMULAHANDLE handle = 7777;
   STATUS error = 0;
-  WORD compiled = 7, line = 0, column = 0, offset = 0, length = 0;
+  WORD compiled = 7;
+  WORD line = 0;
+  WORD column = 0;
+  WORD offset = 0;
+  WORD length = 0;
   const auto size = static_cast<WORD>(formula.size());
   const STATUS status = NSFFormulaCompile(nullptr, 0, formula.data(), size, &handle, &compiled,
                                           &error, &line, &column, &offset, &length);

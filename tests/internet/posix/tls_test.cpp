@@ -18,7 +18,8 @@ using test::Peer;
 
 int released = 0;  // buffers
 std::uint32_t encryptStatus = 0;
-const platform::SecurityApi real = platform::security;
+// The table is there before anything runs.
+const platform::SecurityApi real = platform::security;  // NOLINT(*-interfaces-global-init)
 
 /// A folder with the certificates of make_certificates.sh, made once for a program.
 const test::TemporaryFolder& certificates() {
@@ -153,7 +154,8 @@ TEST(Tls, BytesArriveEachWayHoweverTheyAreSplit) {
     EXPECT_EQ(stream.next(), "x");
     stream.write(text);
     EXPECT_TRUE(Peer::received == text) << largest;
-    EXPECT_GT(stream.sent(), text.size() + 7 * (5 + 8 + 16)) << "encrypted bytes count";
+    EXPECT_GT(stream.sent(), text.size() + std::size_t{7} * (5 + 8 + 16))
+        << "encrypted bytes count";
   }
 }
 
@@ -193,7 +195,8 @@ TEST(Tls, WhatIsNoGoodMessageYieldsNoData) {
   for (std::size_t position = 0; position < 13 + 6 + 16; ++position) {
     Stream stream;
     TlsServer::send("abcde\n");
-    Peer::pieces[0][position] ^= position == 3 ? '\x80' : '\x02';
+    char& damaged = Peer::pieces[0][position];
+    damaged = static_cast<char>(damaged ^ (position == 3 ? '\x80' : '\x02'));
     // A length that grows has the stream wait for more; a huge one is refused at once.
     const char* const failure = position == 3 ? "0x80090326" : "0x8009030f";
     EXPECT_EQ(stream.next(), decryptStatus(failure)) << position;
