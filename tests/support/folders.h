@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "support/folders.h"
 
 namespace test {
 

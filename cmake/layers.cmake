@@ -1,0 +1,23 @@
+# add_layer(<folder> [<folder that it includes from>...]): one library for a folder beside the list that
+# calls this, made of every source file that lies in it but main.cpp. Includes name the folder.
+function(add_layer name)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR}
+    ${name}/*.h ${name}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  if(NOT BUILD_INTERNET)
+    list(FILTER sources EXCLUDE REGEX "^replay/internet/")
+  endif()
+  if(WIN32)
+    list(FILTER sources EXCLUDE REGEX "/posix/")
+  else()
+    list(FILTER sources EXCLUDE REGEX "/windows/")
+    if(OpenSSL_FOUND)
+      list(FILTER sources EXCLUDE REGEX "/security_missing\\.cpp$")
+    else()
+      list(FILTER sources EXCLUDE REGEX "/[a-z_]*openssl[a-z_]*\\.")
+    endif()
+  endif()
+  add_library(${name} STATIC ${sources})
+  target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC ${ARGN} PRIVATE project_warnings)
+endfunction()
