@@ -1,5 +1,5 @@
-// What each folder may include from: no arrow points up, and none from one program to another but for
-// that from the offline report to the importer. An include without a folder is one of its own.
+// What each folder may include from: no arrow points up, and none from one program to another but
+// for that from the offline report to the importer. An include without a folder is one of its own.
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,6 @@
 
 #include <string>
 
-
 namespace test {
 
 /// A path within the repository, as "tests/worlds".
