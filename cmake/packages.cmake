@@ -1,7 +1,7 @@
 # The packages: a ZIP for each width of Windows, and one for Debian. scripts/package makes them.
 set(packaging ${PROJECT_SOURCE_DIR}/packaging)
 set(maintainer "Quellbright <support@quellbright.example>")
-set(schema ${PROJECT_SOURCE_DIR}/reader/report.schema.json)
+set(schema ${PROJECT_SOURCE_DIR}/tools/report/report.schema.json)
 
 # For Windows, what administrators open there has its line ends, also where it comes by a variable.
 function(add_windows_pages)

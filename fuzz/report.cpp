@@ -4,10 +4,10 @@
 #include <sstream>
 
 #include "check.h"
-#include "reader/findings.h"
-#include "reader/json.h"
-#include "reader/mask.h"
-#include "reader/report.h"
+#include "report/findings.h"
+#include "report/json.h"
+#include "report/mask.h"
+#include "report/report.h"
 
 namespace {
 

@@ -8,13 +8,13 @@
 #include <sstream>
 #include <utility>
 
-#include "reader/check.h"
-#include "reader/findings.h"
-#include "reader/json.h"
-#include "reader/mask.h"
-#include "reader/pseudonym_map.h"
-#include "reader/text.h"
-#include "reader/unified_diff.h"
+#include "report/check.h"
+#include "report/findings.h"
+#include "report/json.h"
+#include "report/mask.h"
+#include "report/pseudonym_map.h"
+#include "report/text.h"
+#include "report/unified_diff.h"
 #include "report_text.h"
 #include "support/folders.h"
 #include "support/rows.h"

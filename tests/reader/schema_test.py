@@ -10,7 +10,7 @@ import sys
 import jsonschema
 
 program, project = sys.argv[1], pathlib.Path(sys.argv[2])
-schema = json.loads((project / "reader/report.schema.json").read_text("utf-8"))
+schema = json.loads((project / "tools/report/report.schema.json").read_text("utf-8"))
 jsonschema.Draft202012Validator.check_schema(schema)
 validator = jsonschema.Draft202012Validator(schema)
 

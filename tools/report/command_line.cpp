@@ -1,0 +1,194 @@
+#include "report/command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <new>
+#include <optional>
+#include <stdexcept>
+
+#include "platform/byte_files.h"
+#include "report/check.h"
+#include "report/json.h"
+#include "report/mask.h"
+#include "report/pseudonym_map.h"
+#include "report/report.h"
+#include "report/unified_diff.h"
+
+namespace reader {
+namespace {
+
+constexpr int succeeded = 0;
+constexpr int found = 1;
+constexpr int failed = 2;
+
+/// What the program cannot do, in words for the user.
+class Failure : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+using platform::ReadOutcome;
+
+std::unique_ptr<Report> readReport(const std::string& name) {
+  std::string bytes;
+  if (platform::readBytes(name, bytes) != ReadOutcome::read)
+    throw Failure(name + ": it cannot be read");
+  try {
+    return std::make_unique<Report>(std::move(bytes));
+  } catch (const NoReport& error) {
+    throw Failure(name + ": " + error.what());
+  }
+}
+
+PseudonymMap readMap(const std::string& name) {
+  std::string json;
+  const ReadOutcome outcome = platform::readBytes(name, json);
+  if (outcome == ReadOutcome::missing) return {};
+  if (outcome == ReadOutcome::failed) throw Failure(name + ": it cannot be read");
+  try {
+    return PseudonymMap(json);
+  } catch (const BadMap& error) {
+    throw Failure(name + ": " + error.what());
+  }
+}
+
+int check(const std::string& name) {
+  const auto report = readReport(name);
+  return writeFindings(*report, std::cout) ? found : succeeded;
+}
+
+int json(const std::string& name) {
+  const auto report = readReport(name);
+  writeJson(*report, std::cout);
+  return succeeded;
+}
+
+int diff(const std::string& nameBefore, const std::string& nameAfter) {
+  const auto before = readReport(nameBefore);
+  const auto after = readReport(nameAfter);
+  const bool differ = writeDifference({nameBefore, *before}, {nameAfter, *after}, std::cout);
+  return differ ? found : succeeded;
+}
+
+// The map is written first: a report whose pseudonyms are lost cannot be told from the next.
+int mask(const std::string& name, const std::optional<std::string>& mapName) {
+  if (mapName == "-") throw Failure("a map is a file of its own");
+  const auto report = readReport(name);
+  const PseudonymMap earlier = mapName ? readMap(*mapName) : PseudonymMap();
+  Pseudonyms pseudonyms(report->bytes(), earlier.all());
+  collectValues(*report, pseudonyms);
+  if (mapName && !platform::replacePrivateFile(*mapName, asMap(pseudonyms.all())))
+    throw Failure(*mapName + ": it cannot be written");
+  writeMasked(*report, pseudonyms, std::cout);
+  return succeeded;
+}
+
+// The words of the command line, and the command that they ask for.
+class Commands {
+ public:
+  Commands() {
+    app_.allow_windows_style_options(false);
+    app_.require_subcommand(1);
+    app_.set_version_flag("--version", "qbreport " PROGRAM_VERSION);
+    app_.footer(
+        "REPORT is a report of the diagnostics, \"-\" standard input.\n"
+        "Exit status: 0 nothing found or all done, 1 findings or differences, 2 a failure.");
+    addCheck();
+    addJson();
+    addDiff();
+    addMask();
+  }
+
+  /// Raises CLI::ParseError.
+  int run(std::vector<std::string> arguments) {
+    std::ranges::reverse(arguments);
+    app_.parse(std::move(arguments));
+    if (command_ == "check") return check(first_);
+    if (command_ == "json") return json(first_);
+    if (command_ == "diff") return diff(first_, second_);
+    return mask(first_, map_);
+  }
+
+  int explain(const CLI::ParseError& error) {
+    return app_.exit(error, std::cout, std::cerr) == 0 ? succeeded : failed;
+  }
+
+ private:
+  CLI::App* add(const std::string& name, const std::string& description) {
+    CLI::App* const command = app_.add_subcommand(name, description);
+    command->callback([this, name] { command_ = name; });
+    return command;
+  }
+
+  void addCheck() {
+    CLI::App* const command = add("check", "Shows what a report tells of failures, one a line");
+    command->add_option("REPORT", first_, "The report")->required();
+    command->footer(
+        "A line has a code, the section, the number of the line, the line, and what it means, with "
+        "tabs between them.\nExit status: 0 without findings, 1 with findings.");
+  }
+
+  void addJson() {
+    add("json", "Writes a report as JSON")->add_option("REPORT", first_, "The report")->required();
+  }
+
+  void addDiff() {
+    CLI::App* const command =
+        add("diff", "Shows how two reports differ, but for what every run changes");
+    command->add_option("OLD", first_, "The earlier report")->required();
+    command->add_option("NEW", second_, "The later report")->required();
+    command->footer("Exit status: 0 if they are the same, 1 if they differ.");
+  }
+
+  void addMask() {
+    CLI::App* const command =
+        add("mask", "Writes a report with pseudonyms in place of names, paths and texts");
+    command->add_option("REPORT", first_, "The report")->required();
+    command
+        ->add_option("--map", map_,
+                     "Keeps the pseudonyms in this file, so that a value has the same one in other "
+                     "reports; it tells who is who, and is for nobody else")
+        ->type_name("FILE");
+    command->footer(
+        "In the texts of failures and messages, values are replaced that the report tells "
+        "elsewhere "
+        "too. What else\nthe words of the Notes library may tell stays: read the result before you "
+        "hand it on.");
+  }
+
+  CLI::App app_{"Reads the reports of the Quellbright Domino Module diagnostics.", "qbreport"};
+  std::string command_;
+  std::string first_;
+  std::string second_;
+  std::optional<std::string> map_;
+};
+
+int fail(const std::string& reason) {
+  std::cerr << "qbreport: " << reason << '\n';
+  return failed;
+}
+
+int runUnflushed(const std::vector<std::string>& arguments) {
+  Commands commands;
+  try {
+    return commands.run(arguments);
+  } catch (const CLI::ParseError& error) {
+    return commands.explain(error);
+  } catch (const Failure& failure) {
+    return fail(failure.what());
+  } catch (const std::bad_alloc&) {
+    return fail("the report is too large for the memory");
+  }
+}
+
+}  // namespace
+
+int runCommand(const std::vector<std::string>& arguments) {
+  const int status = runUnflushed(arguments);
+  std::cout.flush();
+  return std::cout ? status : fail("standard output cannot be written");
+}
+
+}  // namespace reader

@@ -1,0 +1,103 @@
+#include "report/known_values.h"
+
+#include <algorithm>
+
+#include "report/lines.h"
+
+namespace reader {
+namespace {
+
+constexpr std::size_t shortestValue = 3;
+constexpr auto none = PlaceTable::none;
+
+unsigned char lowered(char byte) {
+  const bool isUpper = byte >= 'A' && byte <= 'Z';
+  return static_cast<unsigned char>(isUpper ? byte - 'A' + 'a' : byte);
+}
+
+bool isWordByte(char byte) {
+  const unsigned char small = lowered(byte);
+  return (small >= 'a' && small <= 'z') || isDigit(byte) || small >= 0x80;
+}
+
+std::uint32_t beginningOf(std::string_view text) {
+  return static_cast<std::uint32_t>(lowered(text[0]) << 16 | lowered(text[1]) << 8 |
+                                    lowered(text[2]));
+}
+
+std::size_t hashInAnyCase(std::string_view text) {
+  std::uint64_t hash = 0xCBF29CE484222325U;  // FNV-1a
+  for (const char byte : text) hash = (hash ^ lowered(byte)) * 0x100000001B3U;
+  return static_cast<std::size_t>(hash);
+}
+
+}  // namespace
+
+KnownValues::KnownValues(const std::deque<Pseudonym>& pseudonyms)
+    : pseudonyms_(pseudonyms), others_(pseudonyms.size(), none) {
+  for (std::uint32_t place = 0; place < pseudonyms.size(); ++place) {
+    if (pseudonyms[place].value.size() >= shortestValue) add(place);
+  }
+  for (auto& [beginning, sizes] : sizes_) std::ranges::sort(sizes);
+}
+
+void KnownValues::add(std::uint32_t place) {
+  const std::string_view value = pseudonyms_[place].value;
+  const std::uint32_t found = findInAnyCase(value);
+  if (found != none) {
+    others_[place] = others_[found];
+    others_[found] = place;
+    return;
+  }
+  places_.insert(hashInAnyCase(value), place);
+  std::vector<std::size_t>& sizes = sizes_[beginningOf(value)];
+  if (std::ranges::find(sizes, value.size()) == sizes.end()) sizes.push_back(value.size());
+}
+
+std::uint32_t KnownValues::findInAnyCase(std::string_view text) const {
+  return places_.find(hashInAnyCase(text), [&](std::uint32_t place) {
+    return std::ranges::equal(pseudonyms_[place].value, text, {}, lowered, lowered);
+  });
+}
+
+const Pseudonym* KnownValues::find(std::string_view text) const {
+  const std::uint32_t found = findInAnyCase(text);
+  if (found == none) return nullptr;
+  for (std::uint32_t place = found; place != none; place = others_[place]) {
+    if (pseudonyms_[place].value == text) return &pseudonyms_[place];
+  }
+  return &pseudonyms_[found];
+}
+
+std::vector<KnownValues::Hit> KnownValues::hitsIn(std::string_view message) const {
+  std::vector<Hit> hits;
+  for (std::size_t at = 0; at + shortestValue <= message.size(); ++at) {
+    if (at > 0 && isWordByte(message[at - 1])) continue;
+    const auto sizes = sizes_.find(beginningOf(message.substr(at)));
+    if (sizes == sizes_.end()) continue;
+    for (const std::size_t size : sizes->second) {
+      if (at + size > message.size()) break;
+      if (at + size < message.size() && isWordByte(message[at + size])) continue;
+      const Pseudonym* const pseudonym = find(message.substr(at, size));
+      if (pseudonym != nullptr) hits.push_back({at, size, pseudonym});
+    }
+  }
+  return hits;
+}
+
+void KnownValues::forEachIn(std::string_view message, const Take& take) const {
+  std::vector<Hit> hits = hitsIn(message);
+  if (hits.empty()) return;
+  std::ranges::stable_sort(hits, std::ranges::greater{}, &Hit::size);
+  // One that begins or ends within a longer one gives way.
+  std::vector<bool> covered(message.size());
+  std::erase_if(hits, [&covered](const Hit& hit) {
+    if (covered[hit.at] || covered[hit.at + hit.size - 1]) return true;
+    std::fill_n(covered.begin() + static_cast<std::ptrdiff_t>(hit.at), hit.size, true);
+    return false;
+  });
+  std::ranges::sort(hits, {}, &Hit::at);
+  for (const Hit& hit : hits) take(message.substr(hit.at, hit.size), *hit.pseudonym);
+}
+
+}  // namespace reader

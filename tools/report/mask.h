@@ -1,0 +1,18 @@
+// A report without what it tells about whom it is from.
+#pragma once
+
+#include <ostream>
+
+#include "report/pseudonyms.h"
+#include "report/report.h"
+
+namespace reader {
+
+/// Gives each value of the report a pseudonym.
+void collectValues(const Report& report, Pseudonyms& pseudonyms);
+
+/// Writes the report with its values replaced, once they are collected. All else is written byte
+/// for byte.
+void writeMasked(const Report& report, Pseudonyms& pseudonyms, std::ostream& out);
+
+}  // namespace reader
