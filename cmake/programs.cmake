@@ -23,8 +23,7 @@ if(WIN32)
   add_link_options(-fstack-protector-strong)
 elseif(HARDENING)
   set(is_module $<STREQUAL:$<TARGET_PROPERTY:TYPE>,MODULE_LIBRARY>)
-  add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2
-    $<$<NOT:${is_module}>:-fPIE>)
+  add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
   add_link_options(-Wl,-z,relro -Wl,-z,now $<$<NOT:${is_module}>:-pie>)
 endif()
 

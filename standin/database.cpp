@@ -173,7 +173,7 @@ void Database::keepTorn(const StoreFile& file) const {
   }
 }
 
-NOTEID Database::idFor(const Note& note) const {
+std::uint32_t Database::idFor(const Note& note) const {
   if (note.profile.has_value()) {
     const SharedNote profile = notes_.find(*note.profile);
     return profile == nullptr ? notes_.nextId() : profile->id;

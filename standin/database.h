@@ -74,7 +74,7 @@ class Database {
   bool lookBehind(const StoreFile& file, const FileState& state);
   void lookAnew(const StoreFile& file, const FileState& state);
   void keepTorn(const StoreFile& file) const;
-  NOTEID idFor(const Note& note) const;
+  std::uint32_t idFor(const Note& note) const;
   static std::vector<SharedNote> readNotes(const StoreFile& file, Look& look);
   static std::size_t readLines(std::string_view text, std::size_t searched, NoteReader& reader,
                                Look& look, std::vector<SharedNote>& notes);

@@ -3,11 +3,12 @@
 #include <memory>
 #include <string>
 
+#include "caller_text.h"
 #include "database_path.h"
 #include "exports.h"
 #include "guard.h"
 #include "session.h"
-#include "text.h"
+#include "time_date.h"
 
 using namespace standin;
 
@@ -66,7 +67,7 @@ STATUS NOTES_CALL NSFDbReplicaInfoGet(DBHANDLE db, DBREPLICAINFO* info) {
   return guard([&] {
     requireAll(info);
     DBREPLICAINFO result{};
-    result.ID = session().databases.at(db)->info().replicaId;
+    result.ID = timeDateOfReplica(session().databases.at(db)->info().replicaId);
     *info = result;
   });
 }

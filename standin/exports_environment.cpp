@@ -1,9 +1,10 @@
 // Start and end, words, settings and paths.
+#include "caller_text.h"
+#include "caller_words.h"
 #include "exports.h"
 #include "guard.h"
 #include "network_path.h"
 #include "session.h"
-#include "text.h"
 
 using namespace standin;
 
@@ -16,7 +17,7 @@ void NOTES_CALL NotesTerm() { endSession(); }
 WORD NOTES_CALL OSLoadString(void*, STATUS code, char* buffer, WORD size) {
   return guardValue(WORD{0}, [&] {
     requireAll(buffer);
-    return copyText(wordsOf(code), buffer, size);
+    return copyText(wordsForCaller(code), buffer, size);
   });
 }
 

@@ -4,11 +4,13 @@
 #include <limits>
 #include <utility>
 
+#include "caller_text.h"
 #include "exports.h"
 #include "guard.h"
 #include "item_text.h"
 #include "session.h"
 #include "text.h"
+#include "time_date.h"
 
 using namespace standin;
 

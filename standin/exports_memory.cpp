@@ -2,10 +2,10 @@
 #include <utility>
 
 #include "address_books.h"
+#include "caller_text.h"
 #include "exports.h"
 #include "guard.h"
 #include "session.h"
-#include "text.h"
 
 using namespace standin;
 

@@ -92,7 +92,7 @@ STATUS NOTES_CALL NSFSearch(DBHANDLE db, FORMULAHANDLE formula, const char*, WOR
       throw Failure(Status::unknownSearch);
     const TIMEDATE begin = currentTime();
     ofCallback = search(database.notes().documents(compiled->conditions), *compiled,
-                        database.info().replicaId, callback, context);
+                        timeDateOfReplica(database.info().replicaId), callback, context);
     if (ofCallback == 0 && until != nullptr) *until = begin;
   });
   return ofSearch != 0 ? ofSearch : ofCallback;

@@ -7,7 +7,7 @@
 
 #include <new>
 
-#include "status.h"
+#include "caller_words.h"
 
 namespace standin {
 

@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "notes/abi.h"
 #include "status.h"
 
 namespace standin {

@@ -2,10 +2,9 @@
 
 #include <array>
 #include <charconv>
-#include <cstdio>
 #include <numeric>
 
-#include "text.h"
+#include "notes/abi.h"
 
 namespace standin {
 namespace {
@@ -21,17 +20,6 @@ Overloaded(Cases...) -> Overloaded<Cases...>;
 std::string numberText(double number) {
   std::array<char, 32> digits{};
   return {digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr};
-}
-
-std::string localText(Moment moment, std::chrono::hours zone) {
-  TIME time{};
-  time.GM = timeDateOf(moment);
-  fillLocalParts(time, zone);
-  std::array<char, NOTES_TIME_TEXT_SIZE> text{};
-  const int length =
-      std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", time.year,
-                    time.month, time.day, time.hour, time.minute, time.second);
-  return {text.data(), static_cast<std::size_t>(length)};
 }
 
 std::string joined(const TextList& entries, char separator) {
@@ -72,7 +60,7 @@ std::string textOf(const ItemValue& value, char separator, std::chrono::hours zo
       Overloaded{[](const std::string& text) { return text; },
                  [separator](const TextList& entries) { return joined(entries, separator); },
                  [](double number) { return numberText(number); },
-                 [zone](Moment moment) { return localText(moment, zone); }},
+                 [zone](Moment moment) { return dateAndTime(moment - zone, ' '); }},
       value);
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "note.h"
+#include "notes/abi.h"
 
 namespace standin {
 

@@ -1,5 +1,6 @@
 #include "network_path.h"
 
+#include "notes/abi.h"
 #include "status.h"
 
 namespace standin {

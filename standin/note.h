@@ -4,6 +4,7 @@
 // case of ASCII letters; of one name there is one item.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -12,8 +13,7 @@
 #include <variant>
 #include <vector>
 
-#include "notes/abi.h"
-#include "time_date.h"
+#include "moment.h"
 
 namespace standin {
 
@@ -38,7 +38,7 @@ struct ProfileName {
 };
 
 struct Note {
-  NOTEID id = 0;  // 0 until the note is in a database
+  std::uint32_t id = 0;  // 0 until the note is in a database
   std::optional<ProfileName> profile;
   std::vector<Item> items;
 

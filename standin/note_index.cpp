@@ -21,7 +21,7 @@ void NoteIndex::put(const SharedNote& note) {
   place = note;
 }
 
-SharedNote NoteIndex::find(NOTEID id) const {
+SharedNote NoteIndex::find(std::uint32_t id) const {
   const auto found = notes_.find(id);
   return found == notes_.end() ? nullptr : found->second;
 }
@@ -32,17 +32,17 @@ SharedNote NoteIndex::find(const ProfileName& name) const {
 }
 
 std::vector<SharedNote> NoteIndex::documents(const std::vector<TextCondition>& conditions) const {
-  const std::set<NOTEID>* fewest = nullptr;
+  const std::set<std::uint32_t>* fewest = nullptr;
   for (const TextCondition& condition : conditions) {
     const TextIndex* index = textIndex(condition);
     if (index == nullptr) continue;
-    const std::set<NOTEID>& ids = index->documentsWith(condition.text);
+    const std::set<std::uint32_t>& ids = index->documentsWith(condition.text);
     if (fewest == nullptr || ids.size() < fewest->size()) fewest = &ids;
   }
   std::vector<SharedNote> documents;
   if (fewest != nullptr) {
     documents.reserve(fewest->size());
-    for (const NOTEID id : *fewest) documents.push_back(find(id));
+    for (const std::uint32_t id : *fewest) documents.push_back(find(id));
     return documents;
   }
   documents.reserve(notes_.size());
@@ -64,9 +64,9 @@ const TextIndex* NoteIndex::textIndex(const TextCondition& condition) const {
   return &place->second;
 }
 
-NOTEID NoteIndex::nextId() const {
-  const NOTEID highest = notes_.empty() ? 0 : notes_.rbegin()->first;
-  if (highest == std::numeric_limits<NOTEID>::max()) throw Failure(Status::noIdsLeft);
+std::uint32_t NoteIndex::nextId() const {
+  const std::uint32_t highest = notes_.empty() ? 0 : notes_.rbegin()->first;
+  if (highest == std::numeric_limits<std::uint32_t>::max()) throw Failure(Status::noIdsLeft);
   return highest + 1;
 }
 

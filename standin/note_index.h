@@ -4,6 +4,7 @@
 // place, so that what a search or a caller took out stays as it was.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -23,7 +24,7 @@ class NoteIndex {
   void put(const SharedNote& note);
 
   /// Both give null if there is none.
-  SharedNote find(NOTEID id) const;
+  SharedNote find(std::uint32_t id) const;
   SharedNote find(const ProfileName& name) const;
 
   /// Notes that are no profile notes, in the order of their ids: among them all for which every one
@@ -31,13 +32,13 @@ class NoteIndex {
   std::vector<SharedNote> documents(const std::vector<TextCondition>& conditions) const;
 
   /// An id that is higher than all others. Throws noIdsLeft.
-  NOTEID nextId() const;
+  std::uint32_t nextId() const;
 
  private:
   const TextIndex* textIndex(const TextCondition& condition) const;
 
-  std::map<NOTEID, SharedNote> notes_;
-  std::map<std::pair<std::string, std::string>, NOTEID> profiles_;
+  std::map<std::uint32_t, SharedNote> notes_;
+  std::map<std::pair<std::string, std::string>, std::uint32_t> profiles_;
   // By item and case of letters; each is made when it is first asked for.
   mutable std::map<std::pair<std::string, LetterCase>, TextIndex> texts_;
 };

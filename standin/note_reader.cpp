@@ -9,7 +9,6 @@
 
 #include "status.h"
 #include "text.h"
-#include "time_text.h"
 
 namespace standin {
 namespace {
@@ -100,7 +99,8 @@ void NoteReader::mergeItems() {
 
 bool NoteReader::number_unsigned(std::uint64_t number) {
   if (!isIn(Place::line) || member_ != "note") return take(static_cast<double>(number));
-  note_.id = number <= std::numeric_limits<NOTEID>::max() ? static_cast<NOTEID>(number) : 0;
+  note_.id =
+      number <= std::numeric_limits<std::uint32_t>::max() ? static_cast<std::uint32_t>(number) : 0;
   return true;
 }
 

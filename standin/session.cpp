@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "caller_text.h"
 #include "guard.h"
 #include "text.h"
 

@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <string_view>
 
 namespace standin {
 namespace {
 
 struct Entry {
-  STATUS code;
+  std::uint16_t code;
   std::string_view words;
 };
 
@@ -16,35 +15,12 @@ struct Entry {
 constexpr std::array entries{STANDIN_STATUSES(STANDIN_ENTRY)};
 #undef STANDIN_ENTRY
 
-struct KeptWords {
-  Status status = Status::success;
-  std::string words;
-};
-
-KeptWords kept;
-
-std::string hexadecimal(unsigned code) {
-  std::string digits;
-  for (int shift = 12; shift >= 0; shift -= 4) digits += "0123456789ABCDEF"[(code >> shift) & 0xF];
-  return digits;
-}
-
 }  // namespace
 
-void keepWords(Failure& failure) noexcept {
-  std::string words = failure.takeWords();
-  if (words.empty()) return;
-  kept.status = failure.status();
-  kept.words.swap(words);
-}
-
-std::string wordsOf(STATUS status) {
-  const unsigned code = status & static_cast<unsigned>(NOTES_ERROR_MASK);
-  if (code == static_cast<STATUS>(kept.status) && !kept.words.empty()) return kept.words;
+std::string_view wordsOf(std::uint16_t code) {
   const auto* entry =
       std::find_if(entries.begin(), entries.end(), [code](Entry e) { return e.code == code; });
-  if (entry == entries.end()) return "Unknown status 0x" + hexadecimal(code);
-  return std::string(entry->words);
+  return entry == entries.end() ? std::string_view() : entry->words;
 }
 
 }  // namespace standin

@@ -1,22 +1,16 @@
 // What this library answers when a call cannot be done.
 //
-// To a caller a status is a number, whose words OSLoadString gives. Callers put the words behind a
-// prefix and mostly before a full stop of their own, so the words end without one.
-// STANDIN_STATUSES is the only place that tells numbers and words. Inside the library a call that
-// cannot be done throws Failure; guard.h makes the number of it at the boundary.
-//
-// A Failure may carry words of its own that tell more, such as the number of a line. They take the
-// place of those in the table from the moment of the failure until another one carries words: as
-// long as a caller needs who asks for the words of the status that it has just been given.
+// Words stand behind a prefix and mostly before a full stop, so they end without one.
+// STANDIN_STATUSES is the only place that tells numbers and words.
 #pragma once
 
+#include <cstdint>
 #include <exception>
 #include <string>
+#include <string_view>
 #include <utility>
 
-#include "notes/abi.h"
-
-// X(name, code, words); the words fit in NOTES_ERROR_TEXT_SIZE bytes.
+// X(name, code, words); the words fit in 255 bytes.
 /* clang-format off */
 #define STANDIN_STATUSES(X) \
   X(success, 0x0000, "No error") \
@@ -78,7 +72,7 @@
 
 namespace standin {
 
-enum class Status : STATUS {
+enum class Status : std::uint16_t {
 #define STANDIN_ENUMERATOR(name, code, words) name = code,
   STANDIN_STATUSES(STANDIN_ENUMERATOR)
 #undef STANDIN_ENUMERATOR
@@ -99,10 +93,7 @@ class Failure : public std::exception {
   std::string words_;
 };
 
-/// Makes the words that a failure carries, if it does, those of its status.
-void keepWords(Failure& failure) noexcept;
-
-/// The words of any status, its flag bits ignored; also of one that this library never gives out.
-std::string wordsOf(STATUS status);
+/// The words of a status; empty for a code that this library never gives out.
+std::string_view wordsOf(std::uint16_t code);
 
 }  // namespace standin

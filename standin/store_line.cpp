@@ -7,7 +7,6 @@
 
 #include "note_reader.h"
 #include "text.h"
-#include "time_text.h"
 
 namespace standin {
 namespace {
@@ -20,9 +19,8 @@ void require(bool isWellFormed) {
   if (!isWellFormed) throw Malformed();
 }
 
-template <typename Number>
-Number hexNumber(std::string_view digits) {
-  Number number = 0;
+std::uint64_t hexNumber(std::string_view digits) {
+  std::uint64_t number = 0;
   const char* const end = digits.data() + digits.size();
   const auto [stop, error] = std::from_chars(digits.data(), end, number, 16);
   require(error == std::errc() && stop == end);
@@ -85,8 +83,7 @@ DatabaseInfo infoFrom(const Json& line) {
   requireMembers(database, {"title", "replica"});
   const std::string_view replica = stringOf(database.at("replica"));
   require(replica.size() == 16);
-  return {textFrom(database.at("title")),
-          {{hexNumber<DWORD>(replica.substr(8)), hexNumber<DWORD>(replica.substr(0, 8))}}};
+  return {textFrom(database.at("title")), hexNumber(replica)};
 }
 
 }  // namespace

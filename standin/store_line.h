@@ -4,6 +4,7 @@
 // nothing means for the store is the caller's to know.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,7 +16,7 @@ namespace standin {
 
 struct DatabaseInfo {
   std::string title;
-  TIMEDATE replicaId{};
+  std::uint64_t replicaId = 0;
 };
 
 /// What the first line of a store says, or nothing if it is no such line.

@@ -6,13 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "notes/abi.h"
-
 namespace standin {
-
-/// Copies as much of `text` as fits with a closing zero into `size` bytes, and gives the length
-/// copied. Writes nothing into a buffer of no bytes.
-WORD copyText(std::string_view text, char* buffer, std::size_t size);
 
 /// `text` with small letters for the capital ones of ASCII.
 std::string lowered(std::string_view text);
@@ -28,15 +22,10 @@ bool equalNames(std::string_view left, std::string_view right);
 /// The same for names that are equal.
 std::size_t hashOfName(std::string_view name);
 
-/// True for texts that are well-formed UTF-8: shortest forms only, no surrogates, up to U+10FFFF.
+/// True for well-formed UTF-8: shortest forms only, no surrogates, up to U+10FFFF.
 bool isUtf8(std::string_view text);
 
 /// `text` without the blanks and tabs around it.
 std::string_view trimmed(std::string_view text);
-
-/// The text behind a pointer that may be null, which stands for an empty text.
-inline std::string_view textOrEmpty(const char* text) {
-  return text == nullptr ? std::string_view() : std::string_view(text);
-}
 
 }  // namespace standin

@@ -16,8 +16,8 @@ void TextIndex::remove(const Note& document) {
   }
 }
 
-const std::set<NOTEID>& TextIndex::documentsWith(const std::string& text) const {
-  static const std::set<NOTEID> none;
+const std::set<std::uint32_t>& TextIndex::documentsWith(const std::string& text) const {
+  static const std::set<std::uint32_t> none;
   const auto found = documents_.find(text);
   return found == documents_.end() ? none : found->second;
 }

@@ -1,6 +1,7 @@
 // Which documents have a text in an item: what a search for it would otherwise ask every document.
 #pragma once
 
+#include <cstdint>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -26,12 +27,12 @@ class TextIndex {
   void add(const Note& document);
   void remove(const Note& document);
 
-  const std::set<NOTEID>& documentsWith(const std::string& text) const;
+  const std::set<std::uint32_t>& documentsWith(const std::string& text) const;
 
  private:
   std::string item_;
   LetterCase letters_;
-  std::unordered_map<std::string, std::set<NOTEID>> documents_;  // by texts in that case
+  std::unordered_map<std::string, std::set<std::uint32_t>> documents_;  // by texts in that case
 };
 
 }  // namespace standin

@@ -11,14 +11,6 @@ constexpr std::int64_t julianDayOfEpoch = 2440588;  // of 1970-01-01
 constexpr DWORD dayMask = 0xFFFFFF;
 constexpr DWORD hundredthsOfDay = 24 * 60 * 60 * 100;
 
-sys_days dayOf(Moment moment) {
-  constexpr sys_days first = year{1} / January / 1;
-  constexpr sys_days last = year{9999} / December / 31;
-  const sys_days day = floor<days>(moment);
-  if (day < first || day > last) throw Failure(Status::impossibleTime);
-  return day;
-}
-
 }  // namespace
 
 Moment momentOf(const TIMEDATE& time) {

@@ -2,11 +2,9 @@
 //
 // The library's own settings put the day first. A caller who wants another order or other
 // separators overrides them in its copy and passes that. The clock is always the one of 24 hours.
-// A store has a form of its own, in which times are in GMT and exact.
 #pragma once
 
 #include <chrono>
-#include <string>
 #include <string_view>
 
 #include "notes/abi.h"
@@ -22,12 +20,5 @@ INTLFORMAT ownSettings(std::chrono::hours zone);
 /// notATime, also where the text goes on behind the time, and impossibleTime.
 TIMEDATE readTime(const INTLFORMAT& settings, const TFMT& format, std::string_view text,
                   std::chrono::hours zone);
-
-/// Reads a moment in GMT such as 2012-05-30T14:07:00.25Z, where the fraction and its point may be
-/// left out. Throws notATime and impossibleTime.
-Moment momentFromIso(std::string_view text);
-
-/// The same form with a fraction of two digits.
-std::string isoText(Moment moment);
 
 }  // namespace standin

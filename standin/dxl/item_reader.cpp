@@ -6,21 +6,13 @@
 
 #include "failure.h"
 #include "json_text.h"
-#include "time_text.h"
+#include "moment.h"
 #include "values.h"
 
 namespace dxl {
 namespace {
 
 constexpr std::string_view malformed = "malformed";
-
-// Hundredths that are none are not written.
-std::string jsonTime(standin::Moment moment) {
-  std::string text = standin::isoText(moment);
-  const std::size_t fraction = text.size() - 4;
-  if (text.compare(fraction, 3, ".00") == 0) text.erase(fraction, 3);
-  return R"({"time":")" + text + "\"}";
-}
 
 }  // namespace
 
@@ -137,7 +129,7 @@ std::string ItemReader::valueAsJson() {
     return number.has_value() ? jsonNumber(*number) : std::string();
   }
   const std::optional<standin::Moment> moment = momentFrom(text_, zone_);
-  return moment.has_value() ? jsonTime(*moment) : std::string();
+  return moment.has_value() ? R"({"time":")" + standin::isoText(*moment) + "\"}" : std::string();
 }
 
 }  // namespace dxl

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "time_date.h"
+#include "moment.h"
 
 namespace dxl {
 

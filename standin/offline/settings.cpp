@@ -38,7 +38,8 @@ Settings Settings::read(const std::filesystem::path& file) {
   try {
     return Settings(std::move(text));
   } catch (const standin::Failure& failure) {
-    throw Failed(file.string() + ": " + standin::wordsOf(static_cast<STATUS>(failure.status())));
+    throw Failed(file.string() + ": " +
+                 std::string(standin::wordsOf(static_cast<std::uint16_t>(failure.status()))));
   }
 }
 

@@ -1,0 +1,35 @@
+#include "caller_words.h"
+
+#include <array>
+#include <cstdio>
+
+namespace standin {
+namespace {
+
+struct KeptWords {
+  Status status = Status::success;
+  std::string words;
+};
+
+KeptWords kept;
+
+}  // namespace
+
+void keepWords(Failure& failure) noexcept {
+  std::string words = failure.takeWords();
+  if (words.empty()) return;
+  kept.status = failure.status();
+  kept.words.swap(words);
+}
+
+std::string wordsForCaller(STATUS status) {
+  const unsigned code = status & static_cast<unsigned>(NOTES_ERROR_MASK);
+  if (code == static_cast<STATUS>(kept.status) && !kept.words.empty()) return kept.words;
+  const std::string_view words = wordsOf(static_cast<STATUS>(code));
+  if (!words.empty()) return std::string(words);
+  std::array<char, 32> unknown{};
+  std::snprintf(unknown.data(), unknown.size(), "Unknown status 0x%04X", code);
+  return unknown.data();
+}
+
+}  // namespace standin
