@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "notes/abi.h"
-#include "notes_ini.h"
+#include "store/notes_ini.h"
 
 namespace standin {
 
@@ -19,10 +19,10 @@ struct AddressBooks {
 };
 
 /// Throws unknownServer unless `server` is empty or that of the settings.
-void requireOwnServer(const NotesIni& settings, std::string_view server);
+void requireOwnServer(const store::NotesIni& settings, std::string_view server);
 
 /// Throws unknownServer, pathTooLong, and addressBooksTooLong where a caller could not be told the
 /// number of books or the length of the block.
-AddressBooks addressBooks(const NotesIni& settings, std::string_view server);
+AddressBooks addressBooks(const store::NotesIni& settings, std::string_view server);
 
 }  // namespace standin

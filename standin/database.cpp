@@ -1,12 +1,12 @@
-#include "database.h"
+#include "standin/database.h"
 
 #include <algorithm>
 #include <string_view>
 #include <system_error>
 #include <thread>
 
-#include "file_failures.h"
-#include "status.h"
+#include "standin/status.h"
+#include "store/file_failures.h"
 
 namespace standin {
 namespace {
@@ -16,12 +16,12 @@ namespace {
 constexpr std::uint64_t longestFirstLine = 65536;
 
 // The last bytes of a file before its place `end`, which a look keeps.
-std::string bytesBefore(const StoreFile& file, std::uint64_t end) {
+std::string bytesBefore(const store::File& file, std::uint64_t end) {
   constexpr std::uint64_t most = 1024;
   return file.read(end - std::min(end, most), end);
 }
 
-constexpr FileStatuses statuses(Status refused) {
+constexpr store::FileStatuses statuses(Status refused) {
   return {Status::databaseMissing, Status::databaseIsNoFile, Status::databaseLinkLoop,
           Status::databasePathTooLong, refused};
 }
@@ -44,20 +44,20 @@ std::string_view withoutReturn(std::string_view line) {
 }  // namespace
 
 void Database::refresh() {
-  withFile(statuses(Status::databaseUnreadable), [this] {
-    StoreFile file(path_, Access::read);
-    lock(file, Access::read);
+  store::withFile(statuses(Status::databaseUnreadable), [this] {
+    store::File file(path_, store::Access::read);
+    lock(file, store::Access::read);
     look(file);
   });
 }
 
-Moment Database::changed() const {
-  return std::chrono::floor<Moment::duration>(look_.state.changed);
+store::Moment Database::changed() const {
+  return std::chrono::floor<store::Moment::duration>(look_.state.changed);
 }
 
 // The locks of the systems wait for ever or not at all. A pause that is short against a write lets
 // one who waits in between two writes of another who writes without end.
-void Database::lock(StoreFile& file, Access access) {
+void Database::lock(store::File& file, store::Access access) {
   constexpr auto pause = std::chrono::microseconds(250);
   const auto end = std::chrono::steady_clock::now() + lockWait_;
   while (!file.tryLock(access)) {
@@ -69,8 +69,8 @@ void Database::lock(StoreFile& file, Access access) {
   }
 }
 
-void Database::look(const StoreFile& file) {
-  const FileState state = file.state();
+void Database::look(const store::File& file) {
+  const store::FileState state = file.state();
   if (look_.lines > 0 && state == look_.state) return;
   if (broken_.has_value() && broken_->state == state) throw Failure(broken_->failure);
   try {
@@ -83,7 +83,7 @@ void Database::look(const StoreFile& file) {
 
 // Reads on from the last look. False if the file is another, if it has changed in another way than
 // by growing, or if its last line may not have been the whole of it.
-bool Database::lookBehind(const StoreFile& file, const FileState& state) {
+bool Database::lookBehind(const store::File& file, const store::FileState& state) {
   if (look_.lines == 0 || look_.endsWithoutFeed() || !state.isSameFile(look_.state) ||
       state.size <= look_.state.size)
     return false;
@@ -96,11 +96,11 @@ bool Database::lookBehind(const StoreFile& file, const FileState& state) {
   return true;
 }
 
-void Database::lookAnew(const StoreFile& file, const FileState& state) {
+void Database::lookAnew(const store::File& file, const store::FileState& state) {
   const std::string text = file.read(0, std::min(state.size, longestFirstLine + 1));
   const std::string_view line = withoutZeros(std::string_view(text).substr(0, text.find('\n')));
   if (line.size() > longestFirstLine) throw Failure(Status::foreignFile);
-  const auto info = readDatabaseLine(withoutReturn(line));
+  const auto info = store::readDatabaseLine(withoutReturn(line));
   if (!info.has_value()) throw Failure(Status::foreignFile);
 
   Look next;
@@ -121,10 +121,10 @@ void Database::lookAnew(const StoreFile& file, const FileState& state) {
 
 // The notes of what stands behind the end of `look`, which moves behind the last of them that has
 // its line feed. The file is read in pieces, which serve each other's memory.
-std::vector<SharedNote> Database::readNotes(const StoreFile& file, Look& look) {
+std::vector<SharedNote> Database::readNotes(const store::File& file, Look& look) {
   constexpr std::uint64_t pieceSize = 0x40000;  // bytes
   std::vector<SharedNote> notes;
-  NoteReader reader;
+  store::NoteReader reader;
   std::string text;
   for (std::uint64_t at = look.end; at < look.state.size; at += pieceSize) {
     const std::size_t searched = text.size();
@@ -135,18 +135,19 @@ std::vector<SharedNote> Database::readNotes(const StoreFile& file, Look& look) {
   look.before = bytesBefore(file, look.end);
   const std::string_view rest = withoutZeros(text);
   if (rest.empty()) return notes;
-  auto last = readNoteLine(withoutReturn(rest), reader);
-  if (!last.has_value() && !isTorn(rest)) failAtLine(look.lines + 1);
+  auto last = store::readNoteLine(withoutReturn(rest), reader);
+  if (!last.has_value() && !store::isTorn(rest)) failAtLine(look.lines + 1);
   if (!last.has_value()) return notes;
-  notes.push_back(std::make_shared<const Note>(*std::move(last)));
+  notes.push_back(std::make_shared<const store::Note>(*std::move(last)));
   look.kept += rest.size();
   return notes;
 }
 
 // Adds the notes of the lines that have their line feed, the first of which stands at `searched` or
 // behind it. Gives the length of what was read.
-std::size_t Database::readLines(std::string_view text, std::size_t searched, NoteReader& reader,
-                                Look& look, std::vector<SharedNote>& notes) {
+std::size_t Database::readLines(std::string_view text, std::size_t searched,
+                                store::NoteReader& reader, Look& look,
+                                std::vector<SharedNote>& notes) {
   std::size_t begin = 0;
   for (auto feed = text.find('\n', searched); feed != std::string_view::npos;
        feed = text.find('\n', begin)) {
@@ -155,25 +156,25 @@ std::size_t Database::readLines(std::string_view text, std::size_t searched, Not
     look.end += feed + 1 - begin;
     begin = feed + 1;
     if (line.empty()) continue;
-    auto note = readNoteLine(line, reader);
+    auto note = store::readNoteLine(line, reader);
     if (!note.has_value()) failAtLine(look.lines);
-    notes.push_back(std::make_shared<const Note>(*std::move(note)));
+    notes.push_back(std::make_shared<const store::Note>(*std::move(note)));
   }
   return begin;
 }
 
 // Puts aside what the next write cuts off: a person may have written it.
-void Database::keepTorn(const StoreFile& file) const {
+void Database::keepTorn(const store::File& file) const {
   if (look_.kept == look_.state.size) return;
   try {
-    StoreFile torn(path_ + ".torn", Access::create);
+    store::File torn(path_ + ".torn", store::Access::create);
     torn.append(torn.state().size, file.read(look_.kept, look_.state.size) + '\n');
   } catch (const std::system_error&) {
     throw Failure(Status::tornNotKept);
   }
 }
 
-std::uint32_t Database::idFor(const Note& note) const {
+std::uint32_t Database::idFor(const store::Note& note) const {
   if (note.profile.has_value()) {
     const SharedNote profile = notes_.find(*note.profile);
     return profile == nullptr ? notes_.nextId() : profile->id;
@@ -183,14 +184,14 @@ std::uint32_t Database::idFor(const Note& note) const {
   return note.id;
 }
 
-void Database::write(Note& note) {
-  withFile(statuses(Status::databaseUnwritable), [this, &note] {
-    StoreFile file(path_, Access::write);
-    lock(file, Access::write);
+void Database::write(store::Note& note) {
+  store::withFile(statuses(Status::databaseUnwritable), [this, &note] {
+    store::File file(path_, store::Access::write);
+    lock(file, store::Access::write);
     look(file);
-    Note written = note;
+    store::Note written = note;
     written.id = idFor(note);
-    const std::string line = noteLine(written);
+    const std::string line = store::noteLine(written);
 
     // A last line that counts gets the line feed that it lacks; one that does not is cut off.
     keepTorn(file);

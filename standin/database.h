@@ -22,10 +22,10 @@
 #include <unordered_map>
 #include <vector>
 
-#include "note_index.h"
-#include "status.h"
-#include "store_file.h"
-#include "store_line.h"
+#include "standin/note_index.h"
+#include "standin/status.h"
+#include "store/file.h"
+#include "store/line.h"
 
 namespace standin {
 
@@ -39,22 +39,22 @@ class Database {
   /// and lineDamaged.
   void refresh();
 
-  const DatabaseInfo& info() const { return info_; }
+  const store::DatabaseInfo& info() const { return info_; }
   const NoteIndex& notes() const { return notes_; }
 
   /// When the file last changed, at the last look.
-  Moment changed() const;
+  store::Moment changed() const;
 
   /// Writes a note. One without an id gets the next, or that of the profile note of its name; any
   /// other must still be in the database, or else noSuchNote is thrown. Throws noIdsLeft,
   /// databaseUnwritable, tornNotKept and what refresh throws. The note is unchanged after a
   /// failure.
-  void write(Note& note);
+  void write(store::Note& note);
 
  private:
   // How far the file is read.
   struct Look {
-    FileState state;
+    store::FileState state;
     std::uint64_t end = 0;   // of the last line that has its line feed
     std::size_t lines = 0;   // up to there
     std::string before;      // the last bytes up to there
@@ -65,23 +65,24 @@ class Database {
 
   // A state of the file, and what a look fails with as long as it lasts.
   struct Broken {
-    FileState state;
+    store::FileState state;
     Failure failure;
   };
 
-  void lock(StoreFile& file, Access access);
-  void look(const StoreFile& file);
-  bool lookBehind(const StoreFile& file, const FileState& state);
-  void lookAnew(const StoreFile& file, const FileState& state);
-  void keepTorn(const StoreFile& file) const;
-  std::uint32_t idFor(const Note& note) const;
-  static std::vector<SharedNote> readNotes(const StoreFile& file, Look& look);
-  static std::size_t readLines(std::string_view text, std::size_t searched, NoteReader& reader,
-                               Look& look, std::vector<SharedNote>& notes);
+  void lock(store::File& file, store::Access access);
+  void look(const store::File& file);
+  bool lookBehind(const store::File& file, const store::FileState& state);
+  void lookAnew(const store::File& file, const store::FileState& state);
+  void keepTorn(const store::File& file) const;
+  std::uint32_t idFor(const store::Note& note) const;
+  static std::vector<SharedNote> readNotes(const store::File& file, Look& look);
+  static std::size_t readLines(std::string_view text, std::size_t searched,
+                               store::NoteReader& reader, Look& look,
+                               std::vector<SharedNote>& notes);
 
   std::string path_;
   std::chrono::milliseconds lockWait_;  // none any more, once it was in vain
-  DatabaseInfo info_;
+  store::DatabaseInfo info_;
   NoteIndex notes_;
   Look look_;
   std::optional<Broken> broken_;

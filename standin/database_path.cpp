@@ -1,8 +1,8 @@
-#include "database_path.h"
+#include "standin/database_path.h"
 
-#include "address_books.h"
-#include "network_path.h"
-#include "status.h"
+#include "standin/address_books.h"
+#include "standin/network_path.h"
+#include "standin/status.h"
 
 namespace standin {
 namespace {
@@ -16,7 +16,7 @@ bool isAbsolute(std::string_view path) {
 
 }  // namespace
 
-std::string databasePath(const NotesIni& settings, const std::string& dataDirectory,
+std::string databasePath(const store::NotesIni& settings, const std::string& dataDirectory,
                          std::string_view path) {
   const NetworkPath parts = parsePath(path);
   requireOwnServer(settings, parts.server);

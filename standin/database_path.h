@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "notes_ini.h"
+#include "store/notes_ini.h"
 
 namespace standin {
 
@@ -12,7 +12,7 @@ namespace standin {
 /// directory, an absolute one is taken as it is, and "port!!!server!!file" leads to the file if the
 /// server is the library's own. Slash and backslash both separate. Throws unknownServer,
 /// pathPartTooLong and databaseMissing for a path without a file.
-std::string databasePath(const NotesIni& settings, const std::string& dataDirectory,
+std::string databasePath(const store::NotesIni& settings, const std::string& dataDirectory,
                          std::string_view path);
 
 }  // namespace standin

@@ -3,12 +3,12 @@
 #include <memory>
 #include <string>
 
-#include "caller_text.h"
-#include "database_path.h"
-#include "exports.h"
-#include "guard.h"
-#include "session.h"
-#include "time_date.h"
+#include "standin/caller_text.h"
+#include "standin/database_path.h"
+#include "standin/exports.h"
+#include "standin/guard.h"
+#include "standin/session.h"
+#include "standin/time_date.h"
 
 using namespace standin;
 

@@ -1,10 +1,10 @@
 // Start and end, words, settings and paths.
-#include "caller_text.h"
-#include "caller_words.h"
-#include "exports.h"
-#include "guard.h"
-#include "network_path.h"
-#include "session.h"
+#include "standin/caller_text.h"
+#include "standin/exports.h"
+#include "standin/guard.h"
+#include "standin/network_path.h"
+#include "standin/session.h"
+#include "standin/status.h"
 
 using namespace standin;
 

@@ -4,20 +4,20 @@
 #include <limits>
 #include <utility>
 
-#include "caller_text.h"
-#include "exports.h"
-#include "guard.h"
-#include "item_text.h"
-#include "session.h"
-#include "text.h"
-#include "time_date.h"
+#include "standin/caller_text.h"
+#include "standin/exports.h"
+#include "standin/guard.h"
+#include "standin/item_text.h"
+#include "standin/session.h"
+#include "standin/time_date.h"
+#include "store/letters.h"
 
 using namespace standin;
 
 namespace {
 
-const ItemValue& valueOf(NOTEHANDLE note, std::string_view name) {
-  const ItemValue* value = session().openNote(note).note.find(name);
+const store::ItemValue& valueOf(NOTEHANDLE note, std::string_view name) {
+  const store::ItemValue* value = session().openNote(note).note.find(name);
   if (value == nullptr) throw Failure(Status::noSuchItem);
   return *value;
 }
@@ -29,10 +29,10 @@ const Type* valueIf(NOTEHANDLE note, const char* item) {
   return std::get_if<Type>(session().openNote(note).note.find(item));
 }
 
-void set(NOTEHANDLE note, const char* item, ItemValue value) {
+void set(NOTEHANDLE note, const char* item, store::ItemValue value) {
   requireAll(item);
   const std::string_view name = item;
-  if (name.empty() || !isUtf8(name)) throw Failure(Status::wrongItemName);
+  if (name.empty() || !store::isUtf8(name)) throw Failure(Status::wrongItemName);
   session().openNote(note).note.set(name, std::move(value));
 }
 
@@ -42,7 +42,7 @@ STATUS NOTES_CALL NSFItemInfo(NOTEHANDLE note, const char* item, WORD item_lengt
                               WORD* data_type, void*, DWORD* value_length) {
   return guard([&] {
     requireAll(item);
-    const ItemValue& value = valueOf(note, {item, item_length});
+    const store::ItemValue& value = valueOf(note, {item, item_length});
     if (data_type != nullptr) *data_type = typeOf(value);
     if (value_length != nullptr) *value_length = lengthOf(value);
   });
@@ -58,7 +58,7 @@ WORD NOTES_CALL NSFItemGetText(NOTEHANDLE note, const char* item, char* buffer, 
 
 WORD NOTES_CALL NSFItemGetTextListEntries(NOTEHANDLE note, const char* item) {
   return guardValue(WORD{0}, [&] {
-    const auto* entries = valueIf<TextList>(note, item);
+    const auto* entries = valueIf<store::TextList>(note, item);
     constexpr std::size_t most = std::numeric_limits<WORD>::max();
     return static_cast<WORD>(entries == nullptr ? 0 : std::min(entries->size(), most));
   });
@@ -68,7 +68,7 @@ WORD NOTES_CALL NSFItemGetTextListEntry(NOTEHANDLE note, const char* item, WORD 
                                         WORD size) {
   return guardValue(WORD{0}, [&] {
     requireAll(buffer);
-    const auto* entries = valueIf<TextList>(note, item);
+    const auto* entries = valueIf<store::TextList>(note, item);
     const bool isThere = entries != nullptr && index < entries->size();
     return copyText(isThere ? (*entries)[index] : std::string_view(), buffer, size);
   });
@@ -77,7 +77,7 @@ WORD NOTES_CALL NSFItemGetTextListEntry(NOTEHANDLE note, const char* item, WORD 
 BOOL NOTES_CALL NSFItemGetTime(NOTEHANDLE note, const char* item, TIMEDATE* time) {
   return guardValue(BOOL{0}, [&] {
     requireAll(time);
-    const auto* moment = valueIf<Moment>(note, item);
+    const auto* moment = valueIf<store::Moment>(note, item);
     if (moment == nullptr) return BOOL{0};
     *time = timeDateOf(*moment);
     return BOOL{1};

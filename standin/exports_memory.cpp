@@ -1,11 +1,11 @@
 // Memory blocks, and the address books, which come in one. Compiled formulas are freed like blocks.
 #include <utility>
 
-#include "address_books.h"
-#include "caller_text.h"
-#include "exports.h"
-#include "guard.h"
-#include "session.h"
+#include "standin/address_books.h"
+#include "standin/caller_text.h"
+#include "standin/exports.h"
+#include "standin/guard.h"
+#include "standin/session.h"
 
 using namespace standin;
 

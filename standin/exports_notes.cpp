@@ -1,16 +1,16 @@
 // Notes and profile notes.
 #include <utility>
 
-#include "exports.h"
-#include "guard.h"
-#include "session.h"
+#include "standin/exports.h"
+#include "standin/guard.h"
+#include "standin/session.h"
 
 using namespace standin;
 
 namespace {
 
-ProfileName profileName(const char* profile, WORD profileLength, const char* user,
-                        WORD userLength) {
+store::ProfileName profileName(const char* profile, WORD profileLength, const char* user,
+                               WORD userLength) {
   if (profileLength == 0) throw Failure(Status::noProfileName);
   requireAll(profile);
   if (userLength != 0) requireAll(user);
@@ -52,9 +52,9 @@ STATUS NOTES_CALL NSFProfileOpen(DBHANDLE db, const char* profile, WORD profile_
                                  const char* user, WORD user_length, BOOL, NOTEHANDLE* note) {
   return guard([&] {
     requireAll(note);
-    ProfileName name = profileName(profile, profile_length, user, user_length);
+    store::ProfileName name = profileName(profile, profile_length, user, user_length);
     const SharedNote found = session().databases.at(db)->notes().find(name);
-    Note opened;
+    store::Note opened;
     if (found == nullptr)
       opened.profile = std::move(name);
     else
@@ -68,7 +68,7 @@ STATUS NOTES_CALL NSFProfileUpdate(NOTEHANDLE note, const char* profile, WORD pr
   return guard([&] {
     OpenNote& open = session().openNote(note);
     if (!open.note.profile.has_value()) throw Failure(Status::noteIsNoProfile);
-    Note written = open.note;
+    store::Note written = open.note;
     written.profile = profileName(profile, profile_length, user, user_length);
     session().databases.at(open.database)->write(written);
     open.note = std::move(written);

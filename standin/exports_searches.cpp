@@ -1,10 +1,10 @@
 // Formulas and searches.
 #include <algorithm>
 
-#include "exports.h"
-#include "guard.h"
-#include "session.h"
-#include "time_date.h"
+#include "standin/exports.h"
+#include "standin/guard.h"
+#include "standin/session.h"
+#include "standin/time_date.h"
 
 using namespace standin;
 
@@ -33,7 +33,7 @@ void put(WORD* result, std::size_t value) {
   if (result != nullptr) *result = static_cast<WORD>(value);
 }
 
-SEARCH_MATCH matchOf(const Note& note, TIMEDATE replicaId) {
+SEARCH_MATCH matchOf(const store::Note& note, TIMEDATE replicaId) {
   SEARCH_MATCH match{};
   match.ID.File = replicaId;
   match.ID.NoteID = note.id;

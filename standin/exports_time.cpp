@@ -2,11 +2,11 @@
 #include <algorithm>
 #include <cstring>
 
-#include "exports.h"
-#include "guard.h"
-#include "session.h"
-#include "time_date.h"
-#include "time_text.h"
+#include "standin/exports.h"
+#include "standin/guard.h"
+#include "standin/session.h"
+#include "standin/time_date.h"
+#include "standin/time_text.h"
 
 using namespace standin;
 

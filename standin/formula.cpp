@@ -1,4 +1,4 @@
-#include "formula.h"
+#include "standin/formula.h"
 
 #include <algorithm>
 #include <iterator>
@@ -7,9 +7,9 @@
 #include <variant>
 #include <vector>
 
-#include "formula_lexer.h"
-#include "formula_values.h"
-#include "text.h"
+#include "standin/formula_lexer.h"
+#include "standin/formula_values.h"
+#include "store/letters.h"
 
 namespace standin {
 namespace {
@@ -32,7 +32,7 @@ class Compiler {
   explicit Compiler(std::string_view formula) : lexer_(formula), token_(lexer_.next()) {}
 
   Formula compile() {
-    if (token_.kind != TokenKind::name || !equalNames(token_.spelling, "SELECT"))
+    if (token_.kind != TokenKind::name || !store::equalNames(token_.spelling, "SELECT"))
       fail(Status::noSelect);
     advance();
     Condition condition = asCondition(alternatives());
@@ -96,7 +96,7 @@ class Compiler {
     if (!decisive)  // what is true for one of them is true for the whole
       for (Condition& one : conditions)
         std::ranges::move(one.conditions, std::back_inserter(all.conditions));
-    all.selects = [conditions = std::move(conditions), decisive](const Note& note) {
+    all.selects = [conditions = std::move(conditions), decisive](const store::Note& note) {
       const bool isSettled =
           std::any_of(conditions.begin(), conditions.end(),
                       [&](const Condition& one) { return one.selects(note) == decisive; });
@@ -125,7 +125,7 @@ class Compiler {
       if (auto condition = textCondition(one, other); wanted && condition.has_value())
         compared.conditions.push_back(*std::move(condition));
       compared.selects = [wanted, one = std::move(one),
-                          other = std::move(other)](const Note& note) {
+                          other = std::move(other)](const store::Note& note) {
         return haveOneInCommon(one, other, note) == wanted;
       };
       left = {std::move(compared), offset, end_};
@@ -145,7 +145,7 @@ class Compiler {
   Part group() {
     const std::size_t offset = token_.offset;
     if (accept("!")) {
-      auto negated = [inner = asCondition(operand())](const Note& note) {
+      auto negated = [inner = asCondition(operand())](const store::Note& note) {
         return !inner.selects(note);
       };
       return {Condition{std::move(negated), {}}, offset, end_};
@@ -168,7 +168,7 @@ class Compiler {
         advance();
         return {Value{token.number}, token.offset, end_};
       case TokenKind::name:
-        if (equalNames(token.spelling, "SELECT")) fail(Status::unexpectedText);
+        if (store::equalNames(token.spelling, "SELECT")) fail(Status::unexpectedText);
         advance();
         return {Value{Field{std::string(token.spelling)}}, token.offset, end_};
       default:
@@ -178,15 +178,15 @@ class Compiler {
 
   Part function() {
     const std::size_t offset = token_.offset;
-    const std::string name = lowered(token_.spelling);
+    const std::string name = store::lowered(token_.spelling);
     const bool isFolding = name == "@lowercase" || name == "@uppercase";
     if (!isFolding && name != "@all") fail(Status::unknownFunction);
     advance();
-    if (!isFolding) return {Condition{[](const Note&) { return true; }, {}}, offset, end_};
+    if (!isFolding) return {Condition{[](const store::Note&) { return true; }, {}}, offset, end_};
     expect("(");
     Value argument = asValue(alternatives());
     expect(")");
-    argument.letters = name == "@lowercase" ? LetterCase::lower : LetterCase::upper;
+    argument.letters = name == "@lowercase" ? store::LetterCase::lower : store::LetterCase::upper;
     return {std::move(argument), offset, end_};
   }
 

@@ -10,9 +10,9 @@
 #include <string_view>
 #include <vector>
 
-#include "note.h"
-#include "status.h"
-#include "text_index.h"
+#include "standin/status.h"
+#include "standin/text_index.h"
+#include "store/note.h"
 
 namespace standin {
 
@@ -32,7 +32,7 @@ class FormulaFailure : public Failure {
 
 struct Formula {
   /// True for the notes that a search delivers.
-  std::function<bool(const Note&)> selects;
+  std::function<bool(const store::Note&)> selects;
 
   /// Conditions that are true for all of these, and perhaps for others: an index answers them.
   std::vector<TextCondition> conditions;

@@ -1,9 +1,9 @@
-#include "formula_lexer.h"
+#include "standin/formula_lexer.h"
 
 #include <algorithm>
 #include <charconv>
 
-#include "formula.h"
+#include "standin/formula.h"
 
 namespace standin {
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 #include <variant>
 
-#include "note.h"
-#include "text_index.h"
+#include "standin/text_index.h"
+#include "store/note.h"
 
 namespace standin {
 
@@ -21,11 +21,11 @@ struct Field {
 /// of all letters.
 struct FormulaValue {
   std::variant<std::string, double, Field> source;
-  LetterCase letters = LetterCase::asItIs;
+  store::LetterCase letters = store::LetterCase::asItIs;
 };
 
 /// True if a scalar of one side equals one of the other. Scalars of different types never do.
-bool haveOneInCommon(const FormulaValue& left, const FormulaValue& right, const Note& note);
+bool haveOneInCommon(const FormulaValue& left, const FormulaValue& right, const store::Note& note);
 
 /// The same as a condition that an index answers, if one side is a field and the other a text.
 std::optional<TextCondition> textCondition(const FormulaValue& left, const FormulaValue& right);

@@ -7,7 +7,7 @@
 
 #include <new>
 
-#include "caller_words.h"
+#include "standin/status.h"
 
 namespace standin {
 

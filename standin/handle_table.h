@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "notes/abi.h"
-#include "status.h"
+#include "standin/status.h"
 
 namespace standin {
 

@@ -1,4 +1,4 @@
-#include "item_text.h"
+#include "standin/item_text.h"
 
 #include <array>
 #include <charconv>
@@ -22,7 +22,7 @@ std::string numberText(double number) {
   return {digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr};
 }
 
-std::string joined(const TextList& entries, char separator) {
+std::string joined(const store::TextList& entries, char separator) {
   std::string text;
   for (const std::string& entry : entries) {
     if (&entry != &entries.front()) text += separator;
@@ -33,34 +33,34 @@ std::string joined(const TextList& entries, char separator) {
 
 }  // namespace
 
-WORD typeOf(const ItemValue& value) {
-  return std::visit(
-      Overloaded{[](const std::string&) { return WORD{TYPE_TEXT}; },
-                 [](const TextList&) { return WORD{TYPE_TEXT_LIST}; },
-                 [](double) { return WORD{TYPE_NUMBER}; }, [](Moment) { return WORD{TYPE_TIME}; }},
-      value);
+WORD typeOf(const store::ItemValue& value) {
+  return std::visit(Overloaded{[](const std::string&) { return WORD{TYPE_TEXT}; },
+                               [](const store::TextList&) { return WORD{TYPE_TEXT_LIST}; },
+                               [](double) { return WORD{TYPE_NUMBER}; },
+                               [](store::Moment) { return WORD{TYPE_TIME}; }},
+                    value);
 }
 
-DWORD lengthOf(const ItemValue& value) {
+DWORD lengthOf(const store::ItemValue& value) {
   constexpr std::size_t word = sizeof(WORD);
-  const auto ofList = [](const TextList& entries) {
+  const auto ofList = [](const store::TextList& entries) {
     return std::accumulate(entries.begin(), entries.end(), 2 * word,
                            [](std::size_t sum, const auto& e) { return sum + word + e.size(); });
   };
   const std::size_t length =
       std::visit(Overloaded{[](const std::string& text) { return word + text.size(); }, ofList,
                             [](double) { return word + sizeof(NUMBER); },
-                            [](Moment) { return word + sizeof(TIMEDATE); }},
+                            [](store::Moment) { return word + sizeof(TIMEDATE); }},
                  value);
   return static_cast<DWORD>(length);
 }
 
-std::string textOf(const ItemValue& value, char separator, std::chrono::hours zone) {
+std::string textOf(const store::ItemValue& value, char separator, std::chrono::hours zone) {
   return std::visit(
       Overloaded{[](const std::string& text) { return text; },
-                 [separator](const TextList& entries) { return joined(entries, separator); },
+                 [separator](const store::TextList& entries) { return joined(entries, separator); },
                  [](double number) { return numberText(number); },
-                 [zone](Moment moment) { return dateAndTime(moment - zone, ' '); }},
+                 [zone](store::Moment moment) { return store::dateAndTime(moment - zone, ' '); }},
       value);
 }
 

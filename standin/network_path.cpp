@@ -1,7 +1,7 @@
-#include "network_path.h"
+#include "standin/network_path.h"
 
 #include "notes/abi.h"
-#include "status.h"
+#include "standin/status.h"
 
 namespace standin {
 namespace {

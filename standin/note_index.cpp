@@ -1,8 +1,8 @@
-#include "note_index.h"
+#include "standin/note_index.h"
 
 #include <limits>
 
-#include "status.h"
+#include "standin/status.h"
 
 namespace standin {
 
@@ -26,7 +26,7 @@ SharedNote NoteIndex::find(std::uint32_t id) const {
   return found == notes_.end() ? nullptr : found->second;
 }
 
-SharedNote NoteIndex::find(const ProfileName& name) const {
+SharedNote NoteIndex::find(const store::ProfileName& name) const {
   const auto found = profiles_.find(name.key());
   return found == profiles_.end() ? nullptr : find(found->second);
 }

@@ -11,12 +11,12 @@
 #include <utility>
 #include <vector>
 
-#include "note.h"
-#include "text_index.h"
+#include "standin/text_index.h"
+#include "store/note.h"
 
 namespace standin {
 
-using SharedNote = std::shared_ptr<const Note>;
+using SharedNote = std::shared_ptr<const store::Note>;
 
 class NoteIndex {
  public:
@@ -25,7 +25,7 @@ class NoteIndex {
 
   /// Both give null if there is none.
   SharedNote find(std::uint32_t id) const;
-  SharedNote find(const ProfileName& name) const;
+  SharedNote find(const store::ProfileName& name) const;
 
   /// Notes that are no profile notes, in the order of their ids: among them all for which every one
   /// of the conditions is true.
@@ -40,7 +40,7 @@ class NoteIndex {
   std::map<std::uint32_t, SharedNote> notes_;
   std::map<std::pair<std::string, std::string>, std::uint32_t> profiles_;
   // By item and case of letters; each is made when it is first asked for.
-  mutable std::map<std::pair<std::string, LetterCase>, TextIndex> texts_;
+  mutable std::map<std::pair<std::string, store::LetterCase>, TextIndex> texts_;
 };
 
 }  // namespace standin

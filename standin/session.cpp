@@ -1,4 +1,4 @@
-#include "session.h"
+#include "standin/session.h"
 
 #include <charconv>
 #include <filesystem>
@@ -6,9 +6,9 @@
 #include <string_view>
 #include <utility>
 
-#include "caller_text.h"
-#include "guard.h"
-#include "text.h"
+#include "standin/caller_text.h"
+#include "standin/guard.h"
+#include "store/letters.h"
 
 namespace standin {
 namespace {
@@ -17,7 +17,7 @@ constexpr std::string_view separators = "/\\";
 
 std::optional<Session> current;
 
-std::string dataDirectoryOf(const NotesIni& settings) {
+std::string dataDirectoryOf(const store::NotesIni& settings) {
   std::string directory = settings.valueOrEmpty("Directory");
   if (directory.empty()) throw Failure(Status::noDataDirectory);
   directory.erase(directory.find_last_not_of(separators) + 1);
@@ -25,7 +25,7 @@ std::string dataDirectoryOf(const NotesIni& settings) {
   return directory;
 }
 
-std::string programDirectoryOf(const NotesIni& settings) {
+std::string programDirectoryOf(const store::NotesIni& settings) {
   std::string directory = settings.valueOrEmpty("NotesProgram");
   if (directory.empty()) directory = std::filesystem::current_path().string();
   if (separators.find(directory.back()) == std::string_view::npos)
@@ -44,9 +44,9 @@ struct NumberVariable {
 
 // One that cannot be read fails the start: a zone taken as GMT, for one, would make every time
 // wrong in silence.
-int numberOf(const NotesIni& settings, const NumberVariable& variable) {
+int numberOf(const store::NotesIni& settings, const NumberVariable& variable) {
   const std::string value = settings.valueOrEmpty(variable.name);
-  std::string_view text = trimmed(value);
+  std::string_view text = store::trimmed(value);
   if (text.empty()) return variable.otherwise;
   if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
   int number = 0;
@@ -72,7 +72,7 @@ std::string settingsPath(int argumentCount, const char* const* arguments) {
 
 }  // namespace
 
-Session::Session(NotesIni read)
+Session::Session(store::NotesIni read)
     : settings(std::move(read)),
       dataDirectory(dataDirectoryOf(settings)),
       programDirectory(programDirectoryOf(settings)),
@@ -87,7 +87,7 @@ OpenNote& Session::openNote(NOTEHANDLE handle) {
 
 void beginSession(int argumentCount, const char* const* arguments) {
   if (current.has_value()) throw Failure(Status::alreadyInitialised);
-  current.emplace(NotesIni::read(settingsPath(argumentCount, arguments)));
+  current.emplace(store::NotesIni::read(settingsPath(argumentCount, arguments)));
 }
 
 void endSession() noexcept { current.reset(); }

@@ -8,11 +8,11 @@
 #include <memory>
 #include <string>
 
-#include "database.h"
-#include "formula.h"
-#include "handle_table.h"
-#include "note.h"
-#include "notes_ini.h"
+#include "standin/database.h"
+#include "standin/formula.h"
+#include "standin/handle_table.h"
+#include "store/note.h"
+#include "store/notes_ini.h"
 
 namespace standin {
 
@@ -20,15 +20,15 @@ namespace standin {
 /// written.
 struct OpenNote {
   DBHANDLE database;
-  Note note;
+  store::Note note;
 };
 
 struct Session {
   /// Throws noDataDirectory, dataDirectoryTooLong, programDirectoryTooLong, wrongTimezone and
   /// wrongLockWait.
-  explicit Session(NotesIni read);
+  explicit Session(store::NotesIni read);
 
-  const NotesIni settings;
+  const store::NotesIni settings;
   const std::string dataDirectory;     // without closing separator
   const std::string programDirectory;  // with closing separator
   const std::chrono::hours zone;       // hours west of GMT

@@ -1,26 +1,35 @@
-#include "status.h"
+#include "standin/status.h"
 
-#include <algorithm>
 #include <array>
+#include <cstdio>
 
 namespace standin {
 namespace {
 
-struct Entry {
-  std::uint16_t code;
-  std::string_view words;
+struct KeptWords {
+  Status status = Status::success;
+  std::string words;
 };
 
-#define STANDIN_ENTRY(name, code, words) Entry{code, words},
-constexpr std::array entries{STANDIN_STATUSES(STANDIN_ENTRY)};
-#undef STANDIN_ENTRY
+KeptWords kept;
 
 }  // namespace
 
-std::string_view wordsOf(std::uint16_t code) {
-  const auto* entry =
-      std::find_if(entries.begin(), entries.end(), [code](Entry e) { return e.code == code; });
-  return entry == entries.end() ? std::string_view() : entry->words;
+void keepWords(Failure& failure) noexcept {
+  std::string words = failure.takeWords();
+  if (words.empty()) return;
+  kept.status = failure.status();
+  kept.words.swap(words);
+}
+
+std::string wordsForCaller(STATUS status) {
+  const unsigned code = status & static_cast<unsigned>(NOTES_ERROR_MASK);
+  if (code == static_cast<STATUS>(kept.status) && !kept.words.empty()) return kept.words;
+  const std::string_view words = store::wordsOf(static_cast<STATUS>(code));
+  if (!words.empty()) return std::string(words);
+  std::array<char, 32> unknown{};
+  std::snprintf(unknown.data(), unknown.size(), "Unknown status 0x%04X", code);
+  return unknown.data();
 }
 
 }  // namespace standin

@@ -1,15 +1,15 @@
-#include "text_index.h"
+#include "standin/text_index.h"
 
 namespace standin {
 
-void TextIndex::add(const Note& document) {
-  for (const std::string& text : textsOf(document.find(item_)))
-    documents_[folded(text, letters_)].insert(document.id);
+void TextIndex::add(const store::Note& document) {
+  for (const std::string& text : store::textsOf(document.find(item_)))
+    documents_[store::folded(text, letters_)].insert(document.id);
 }
 
-void TextIndex::remove(const Note& document) {
-  for (const std::string& text : textsOf(document.find(item_))) {
-    const auto found = documents_.find(folded(text, letters_));
+void TextIndex::remove(const store::Note& document) {
+  for (const std::string& text : store::textsOf(document.find(item_))) {
+    const auto found = documents_.find(store::folded(text, letters_));
     if (found == documents_.end()) continue;  // the text stands twice in a list
     found->second.erase(document.id);
     if (found->second.empty()) documents_.erase(found);

@@ -7,31 +7,32 @@
 #include <unordered_map>
 #include <vector>
 
-#include "note.h"
-#include "text.h"
+#include "store/letters.h"
+#include "store/note.h"
 
 namespace standin {
 
 /// That one of the texts of an item, its letters in this case, is this text.
 struct TextCondition {
   std::string item;
-  LetterCase letters;
+  store::LetterCase letters;
   std::string text;
 };
 
 /// The documents by the texts of one item.
 class TextIndex {
  public:
-  TextIndex(std::string item, LetterCase letters) : item_(std::move(item)), letters_(letters) {}
+  TextIndex(std::string item, store::LetterCase letters)
+      : item_(std::move(item)), letters_(letters) {}
 
-  void add(const Note& document);
-  void remove(const Note& document);
+  void add(const store::Note& document);
+  void remove(const store::Note& document);
 
   const std::set<std::uint32_t>& documentsWith(const std::string& text) const;
 
  private:
   std::string item_;
-  LetterCase letters_;
+  store::LetterCase letters_;
   std::unordered_map<std::string, std::set<std::uint32_t>> documents_;  // by texts in that case
 };
 

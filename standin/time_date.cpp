@@ -1,6 +1,6 @@
-#include "time_date.h"
+#include "standin/time_date.h"
 
-#include "status.h"
+#include "standin/status.h"
 
 namespace standin {
 namespace {
@@ -13,26 +13,26 @@ constexpr DWORD hundredthsOfDay = 24 * 60 * 60 * 100;
 
 }  // namespace
 
-Moment momentOf(const TIMEDATE& time) {
+store::Moment momentOf(const TIMEDATE& time) {
   const DWORD hundredths = time.Innards[0];
   if (hundredths >= hundredthsOfDay) throw Failure(Status::impossibleTime);
   const std::int64_t day = std::int64_t{time.Innards[1] & dayMask} - julianDayOfEpoch;
-  const Moment moment = Moment(days(day)) + Moment::duration(hundredths);
-  dayOf(moment);
+  const store::Moment moment = store::Moment(days(day)) + store::Moment::duration(hundredths);
+  store::dayOf(moment);
   return moment;
 }
 
-TIMEDATE timeDateOf(Moment moment) {
-  const sys_days day = dayOf(moment);
+TIMEDATE timeDateOf(store::Moment moment) {
+  const sys_days day = store::dayOf(moment);
   return {{static_cast<DWORD>((moment - day).count()),
            static_cast<DWORD>(day.time_since_epoch().count() + julianDayOfEpoch)}};
 }
 
-TIMEDATE currentTime() { return timeDateOf(floor<Moment::duration>(system_clock::now())); }
+TIMEDATE currentTime() { return timeDateOf(floor<store::Moment::duration>(system_clock::now())); }
 
 void fillLocalParts(TIME& time, hours zone) {
-  const Moment local = momentOf(time.GM) - zone;
-  const sys_days day = dayOf(local);
+  const store::Moment local = momentOf(time.GM) - zone;
+  const sys_days day = store::dayOf(local);
   const year_month_day date = day;
   const hh_mm_ss clock(local - day);
   time.year = int{date.year()};

@@ -8,14 +8,14 @@
 #include <chrono>
 #include <cstdint>
 
-#include "moment.h"
 #include "notes/abi.h"
+#include "store/moment.h"
 
 namespace standin {
 
 /// Both throw impossibleTime.
-Moment momentOf(const TIMEDATE& time);
-TIMEDATE timeDateOf(Moment moment);
+store::Moment momentOf(const TIMEDATE& time);
+TIMEDATE timeDateOf(store::Moment moment);
 
 TIMEDATE currentTime();
 

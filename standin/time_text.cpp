@@ -1,12 +1,12 @@
-#include "time_text.h"
+#include "standin/time_text.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "caller_text.h"
-#include "status.h"
-#include "text_front.h"
-#include "time_date.h"
+#include "standin/caller_text.h"
+#include "standin/status.h"
+#include "standin/time_date.h"
+#include "store/text_front.h"
 
 namespace standin {
 namespace {
@@ -24,7 +24,7 @@ std::string_view fieldText(const char (&field)[Size]) {
   return {field, static_cast<std::size_t>(std::find(field, field + Size, '\0') - field)};
 }
 
-year_month_day readDate(TextFront& front, const INTLFORMAT& settings) {
+year_month_day readDate(store::TextFront& front, const INTLFORMAT& settings) {
   const std::string_view mark = fieldText(settings.DateString);
   const bool yearFirst = (settings.Flags & DATE_YMD) != 0;
   const int first = yearFirst ? front.number(4, 4) : front.number(1, 2);
@@ -63,7 +63,7 @@ TIMEDATE readTime(const INTLFORMAT& settings, const TFMT& format, std::string_vi
                   hours zone) {
   if (!isDateAndTime(format)) throw Failure(Status::unknownTimeFormat);
   const std::string_view mark = fieldText(settings.TimeString);
-  TextFront front(text);
+  store::TextFront front(text);
   front.skipBlanks();
   const year_month_day date = readDate(front, settings);
   front.expect(" ");
@@ -75,7 +75,7 @@ TIMEDATE readTime(const INTLFORMAT& settings, const TFMT& format, std::string_vi
   const seconds second(front.number(1, 2));
   front.skipBlanks();
   front.expectEnd();
-  return timeDateOf(momentOf(date, hour, minute, second) + zone);
+  return timeDateOf(store::momentOf(date, hour, minute, second) + zone);
 }
 
 }  // namespace standin

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "notes/abi.h"
-#include "time_date.h"
+#include "standin/time_date.h"
 
 namespace standin {
 

@@ -20,6 +20,7 @@ struct Folder {
 const std::vector<Folder> folders = {
     {"lib/platform", {}},
     {"lib/replay", {"platform"}},
+    {"lib/store", {"platform"}},
     {"src/base", {"replay", "platform"}},
     {"src/notes", {"base", "replay", "platform"}},
     {"src/configuration", {"notes", "base", "replay", "platform"}},
@@ -27,7 +28,9 @@ const std::vector<Folder> folders = {
     {"src/directory", {"documents", "configuration", "notes", "base", "replay", "platform"}},
     {"src/driver",
      {"directory", "documents", "configuration", "notes", "base", "replay", "platform"}},
-    {"standin", {"notes/abi.h", "platform"}},
+    {"standin", {"notes/abi.h", "store", "platform"}},
+    {"tools/import", {"store", "platform"}},
+    {"tools/offline", {"import", "store", "platform"}},
     {"tools/report", {"platform"}},
 };
 

@@ -1,0 +1,31 @@
+// Small helpers for texts that are bytes to this library, ASCII letters apart.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace store {
+
+/// `text` with small letters for the capital ones of ASCII.
+std::string lowered(std::string_view text);
+
+/// How the letters of ASCII in a text are taken.
+enum class LetterCase : std::uint8_t { asItIs, lower, upper };
+char folded(char letter, LetterCase letters);
+std::string folded(std::string_view text, LetterCase letters);
+
+/// True for texts that differ in the case of ASCII letters at most.
+bool equalNames(std::string_view left, std::string_view right);
+
+/// The same for names that are equal.
+std::size_t hashOfName(std::string_view name);
+
+/// True for well-formed UTF-8: shortest forms only, no surrogates, up to U+10FFFF.
+bool isUtf8(std::string_view text);
+
+/// `text` without the blanks and tabs around it.
+std::string_view trimmed(std::string_view text);
+
+}  // namespace store

@@ -1,0 +1,54 @@
+#include "store/notes_ini.h"
+
+#include <algorithm>
+
+#include "store/file.h"
+#include "store/file_failures.h"
+#include "store/letters.h"
+
+namespace store {
+namespace {
+
+constexpr FileStatuses statuses = {Status::settingsUnreadable, Status::settingsNoFile,
+                                   Status::settingsLinkLoop, Status::settingsPathTooLong,
+                                   Status::settingsUnreadable};
+
+// By its mark, or by the zero beside its first letter.
+bool isWide(std::string_view text) {
+  if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF")) return true;
+  return text.size() > 1 && (text[0] == '\0') != (text[1] == '\0');
+}
+
+}  // namespace
+
+NotesIni NotesIni::read(const std::string& path) {
+  return withFile(statuses, [&path] {
+    const File file(path, Access::read);
+    return NotesIni(file.read(0, file.state().size));
+  });
+}
+
+NotesIni::NotesIni(std::string_view text) {
+  constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+  if (isWide(text)) throw Failure(Status::settingsWide);
+  if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+  while (!text.empty()) {
+    const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    const std::size_t mark = line.find('=');
+    if (mark == std::string_view::npos || mark == 0) continue;
+    values_.try_emplace(lowered(line.substr(0, mark)), line.substr(mark + 1));
+  }
+}
+
+const std::string* NotesIni::find(std::string_view name) const {
+  const auto found = values_.find(lowered(name));
+  return found == values_.end() ? nullptr : &found->second;
+}
+
+std::string NotesIni::valueOrEmpty(std::string_view name) const {
+  const std::string* value = find(name);
+  return value == nullptr ? std::string() : *value;
+}
+
+}  // namespace store

@@ -1,0 +1,35 @@
+// The variables of a notes.ini.
+//
+// A line is Name=Value and ends with LF, CR LF or CR. Everything behind the first "=" is the value,
+// blanks included; a byte order mark of UTF-8 before the first line does no harm. Lines without a
+// name before "=", such as the header "[Notes]", say nothing. Names compare without regard to the
+// case of ASCII letters; of several lines with one name the first counts. The file is read once:
+// what changes in it later has no effect.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace store {
+
+class NotesIni {
+ public:
+  /// Reads the file. Throws settingsUnreadable, settingsNoFile, settingsLinkLoop,
+  /// settingsPathTooLong and settingsWide.
+  static NotesIni read(const std::string& path);
+
+  /// Throws settingsWide.
+  explicit NotesIni(std::string_view text);
+
+  /// The value of a variable, or null if there is none.
+  const std::string* find(std::string_view name) const;
+
+  /// The value of a variable, empty if there is none: for the variables where both mean the same.
+  std::string valueOrEmpty(std::string_view name) const;
+
+ private:
+  std::unordered_map<std::string, std::string> values_;  // by name in small letters
+};
+
+}  // namespace store

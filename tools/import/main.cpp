@@ -1,0 +1,148 @@
+// import-dxl: makes a store of the stand-in library of XML exports of databases.
+#include <getopt.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <charconv>
+#include <chrono>
+#include <cstdlib>
+#include <iostream>
+#include <new>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "import/descriptor.h"
+#include "import/export_reader.h"
+#include "import/failure.h"
+#include "import/report.h"
+#include "import/spool.h"
+#include "import/store_writer.h"
+#include "platform/process.h"
+#include "store/letters.h"
+
+namespace {
+
+using namespace dxl;
+
+constexpr int made = 0;
+constexpr int failed = 1;
+constexpr int wrongUsage = 2;
+
+constexpr std::string_view usage =
+    "Usage: import-dxl [--timezone HOURS] [--force] EXPORT.xml... STORE.nsf\n";
+
+constexpr std::string_view help =
+    "Makes one store of the stand-in Notes library of one or more XML exports.\n"
+    "\n"
+    "  --timezone HOURS  the zone of times without an offset, whole hours west of GMT,\n"
+    "                    -23 to 23; 0 if not given\n"
+    "  --force           replace a store that exists\n"
+    "  --help            show this and end\n"
+    "  --version         show the version and end\n"
+    "\n"
+    "Standard error names what is left out and ends with the numbers of the store.\n"
+    "Exit status: 0 the store is made; 1 it is not, standard error says why; 2 usage.\n";
+
+struct Options {
+  std::chrono::hours zone{0};
+  bool replaces = false;
+  std::vector<std::string> exports;
+  std::string store;
+};
+
+[[noreturn]] void endWithUsage(std::string_view reason) {
+  std::cerr << reason << usage;
+  std::exit(wrongUsage);
+}
+
+[[noreturn]] void endWith(std::string_view text) {
+  std::cout << text << std::flush;
+  std::exit(std::cout ? made : failed);
+}
+
+// Written as in notes.ini, whose library has the same limits.
+std::chrono::hours zoneFrom(std::string_view argument) {
+  std::string_view text = store::trimmed(argument);
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+  int hours = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, hours);
+  if (error != std::errc() || stop != end || hours < -23 || hours > 23)
+    endWithUsage("import-dxl: the zone is not a whole number from -23 to 23\n");
+  return std::chrono::hours(hours);
+}
+
+Options optionsFrom(int count, char** arguments) {
+  constexpr option known[] = {{"timezone", required_argument, nullptr, 't'},
+                              {"force", no_argument, nullptr, 'f'},
+                              {"help", no_argument, nullptr, 'h'},
+                              {"version", no_argument, nullptr, 'v'},
+                              {nullptr, 0, nullptr, 0}};
+  Options options;
+  for (int found = 0; (found = getopt_long(count, arguments, "", known, nullptr)) != -1;) {
+    if (found == 't') options.zone = zoneFrom(optarg);
+    if (found == 'f') options.replaces = true;
+    if (found == 'h') endWith(std::string(usage) + std::string(help));
+    if (found == 'v') endWith("import-dxl " PROGRAM_VERSION "\n");
+    if (found == '?') endWithUsage("");
+  }
+  options.exports.assign(arguments + optind, arguments + count);
+  if (options.exports.size() < 2) endWithUsage("");
+  options.store = options.exports.back();
+  options.exports.pop_back();
+  return options;
+}
+
+std::optional<struct stat> statusOf(const std::string& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) == 0) return status;
+  if (errno == ENOENT) return std::nullopt;
+  failBySystem(path);
+}
+
+// What would fail at the end of a long run fails at its beginning.
+void checkFiles(const Options& options) {
+  if (options.store.empty() || options.store.ends_with('/'))
+    throw ImportFailure(options.store + ": is not the name of a file");
+  const std::optional<struct stat> store = statusOf(options.store);
+  if (store.has_value() && !options.replaces)
+    throw ImportFailure(options.store + ": exists; --force replaces it");
+  if (store.has_value() && !S_ISREG(store->st_mode))
+    throw ImportFailure(options.store + ": is not a file that can be replaced");
+  for (const std::string& path : options.exports) {
+    const std::optional<struct stat> status = statusOf(path);
+    if (!status.has_value()) failBySystem(path, ENOENT);
+    if (store.has_value() && status->st_dev == store->st_dev && status->st_ino == store->st_ino)
+      throw ImportFailure(options.store + ": is one of the exports");
+  }
+}
+
+void import(const Options& options, Report& report) {
+  checkFiles(options);
+  Spool spool(options.store);
+  Import import{options.zone, report, spool};
+  for (const std::string& path : options.exports) {
+    Descriptor file = Descriptor::openToRead(path);
+    readExport(file, import);
+  }
+  report.totals(writeStore(import, options.store, options.replaces));
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  platform::prepareProcess();
+  const Options options = optionsFrom(count, arguments);
+  Report report;
+  try {
+    import(options, report);
+    return made;
+  } catch (const ImportFailure& failure) {
+    report.failure(failure.what());
+  } catch (const std::bad_alloc&) {
+    report.failure("not enough memory");
+  }
+  return failed;
+}

@@ -1,0 +1,48 @@
+#include "offline/files.h"
+
+#include <cerrno>
+#include <iterator>
+#include <system_error>
+
+namespace offline {
+namespace {
+
+[[noreturn]] void fail(const char* what, const std::filesystem::path& file, int error) {
+  throw std::filesystem::filesystem_error(what, file, {error, std::generic_category()});
+}
+
+}  // namespace
+
+std::ifstream openToRead(const std::filesystem::path& file) {
+  // A pipe would wait for a writer, and a folder opens like a file.
+  const auto type = std::filesystem::status(file).type();
+  if (type == std::filesystem::file_type::not_found) fail("cannot read", file, ENOENT);
+  if (type == std::filesystem::file_type::directory) fail("cannot read", file, EISDIR);
+  if (type != std::filesystem::file_type::regular) fail("cannot read", file, EINVAL);
+  std::ifstream input(file, std::ios::binary);
+  if (!input) fail("cannot read", file, errno);
+  return input;
+}
+
+int readPiece(std::ifstream& input, const std::filesystem::path& file, char* bytes, int size) {
+  input.read(bytes, size);
+  if (input.bad()) fail("cannot read", file, EIO);
+  return static_cast<int>(input.gcount());
+}
+
+std::string contentOf(const std::filesystem::path& file) {
+  std::ifstream input = openToRead(file);
+  std::string content(std::istreambuf_iterator<char>(input), {});
+  if (input.bad()) fail("cannot read", file, EIO);
+  return content;
+}
+
+void writeNewFile(const std::filesystem::path& file, std::string_view content) {
+  if (std::filesystem::exists(file)) fail("is there already", file, EEXIST);
+  std::ofstream output(file, std::ios::binary);
+  output << content;
+  output.close();
+  if (!output) fail("cannot write", file, errno);
+}
+
+}  // namespace offline

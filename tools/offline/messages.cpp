@@ -1,0 +1,24 @@
+#include "offline/messages.h"
+
+#include <algorithm>
+#include <iostream>
+#include <string>
+
+#include "offline/program_texts.h"
+
+namespace offline {
+
+void tell(std::string_view line) {
+  constexpr std::size_t longest = 4096;  // a name of an export may have megabytes
+  std::string shown(line.substr(0, longest));
+  std::replace_if(shown.begin(), shown.end(), isControl, ' ');
+  std::cerr << shown << '\n';
+}
+
+void warn(std::string_view what) {
+  tell(std::string(programName).append(": warning: ").append(what));
+}
+
+void tellFailure(std::string_view why) { tell(std::string(programName).append(": ").append(why)); }
+
+}  // namespace offline

@@ -1,0 +1,116 @@
+#include "offline/offline_report.h"
+
+#include <algorithm>
+#include <iostream>
+
+#include "offline/book_names.h"
+#include "offline/configuration.h"
+#include "offline/files.h"
+#include "offline/mail_files.h"
+#include "offline/messages.h"
+#include "offline/program_texts.h"
+#include "offline/programs.h"
+#include "offline/server_folder.h"
+#include "offline/settings.h"
+#include "offline/time_zone.h"
+#include "store/letters.h"
+
+namespace offline {
+namespace {
+
+namespace fs = std::filesystem;
+
+int chooseZone(const Options& options, const Settings& settings) {
+  if (options.timezone) return *options.timezone;
+  const std::string text = settings.value("Timezone");
+  const std::optional<int> zone = readTimezone(text);
+  if (!zone) warn("the Timezone of notes.ini is none, and 0 is taken: " + text);
+  return zone.value_or(0);
+}
+
+// A path that begins like an option would be taken for one.
+std::string argumentOf(const fs::path& file) {
+  return (file.string().starts_with('-') ? "." / file : file).string();
+}
+
+void importExport(const Programs& programs, int zone, const fs::path& exported,
+                  const fs::path& store) {
+  tell(exported.string() + " -> " + store.filename().string());
+  const int status = runProgram({programs.import.string(), "--timezone", std::to_string(zone),
+                                 argumentOf(exported), store.string()});
+  if (status != 0) {
+    throw Failed("the import of " + exported.string() + " failed with exit status " +
+                 std::to_string(status));
+  }
+}
+
+std::string onlyServer(const std::vector<std::string>& servers) {
+  if (servers.empty()) {
+    warn(
+        "no server is known: there is no server profile, and neither --server nor notes.ini names "
+        "one");
+    return {};
+  }
+  if (servers.size() == 1) return servers.front();
+  std::string names;
+  for (const std::string& server : servers) names += " \"" + server + '"';
+  throw Failed("the configuration has several server profiles, and --server chooses one of them:" +
+               names);
+}
+
+std::string chooseServer(const Options& options, const Settings& settings,
+                         const std::vector<std::string>& servers) {
+  std::string chosen = options.server.value_or(settings.value("ServerName"));
+  const bool isGiven = !chosen.empty();
+  if (!isGiven) chosen = onlyServer(servers);
+  if (hasControl(chosen)) {
+    throw Failed("notes.ini cannot hold the name of the server, which has a control character: " +
+                 chosen);
+  }
+  const bool hasProfile = std::ranges::any_of(
+      servers, [&chosen](const std::string& server) { return store::equalNames(server, chosen); });
+  if (isGiven && !hasProfile) warn("no server profile is that of the server " + chosen);
+  return chosen;
+}
+
+void runDiagnostics(const Programs& programs, const ServerFolder& folder) {
+  constexpr int finished = 1;  // the reverse of what is usual
+  const int status = runProgram({programs.diagnostics.string(), folder.program().string()});
+  if (status != finished) {
+    throw Failed("the diagnostics did not finish; their exit status is " + std::to_string(status));
+  }
+}
+
+}  // namespace
+
+void makeReport(const Options& options) {
+  const Programs programs = findPrograms();
+  const Settings settings = options.notesIni ? Settings::read(*options.notesIni) : Settings();
+  const int zone = chooseZone(options, settings);
+  const ServerFolder folder(options.into);
+  const std::vector<AddressBook> books = nameBooks(options.addressBooks);
+  openToRead(options.configuration);  // what is not there shows before anything is laid out
+
+  folder.create();
+  fs::copy_file(programs.library, folder.program() / "nnotes.dll");
+  const fs::path configurationFile = folder.data() / configurationStore;
+  importExport(programs, zone, options.configuration, configurationFile);
+  for (const AddressBook& book : books)
+    importExport(programs, zone, book.exported, folder.data() / book.store);
+
+  const Configuration configuration = readConfiguration(configurationFile);
+  const std::string server = chooseServer(options, settings, configuration.servers);
+  writeNewFile(folder.program() / "notes.ini",
+               settings.textWith({{"NotesProgram", folder.program().string()},
+                                  {"Directory", folder.data().string()},
+                                  {"Timezone", std::to_string(zone)},
+                                  {"ServerName", server},
+                                  {"Names", listOfBooks(settings.value("Names"), books)}}));
+  for (const AddressBook& book : books)
+    layOutMailFiles(folder.data() / book.store, server, configuration.recipients, folder.data());
+
+  runDiagnostics(programs, folder);
+  std::cout << "The report: " << folder.report().string() << '\n';
+}
+
+}  // namespace offline
