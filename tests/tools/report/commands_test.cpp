@@ -1,0 +1,78 @@
+// The built program, as its users run it.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sstream>
+
+#include "report_text.h"
+#include "support/folders.h"
+#include "support/process.h"
+#include "support/rows.h"
+#include "support/temporary_folder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class Commands : public testing::Test {
+ protected:
+  void SetUp() override {
+    before_ = fs::current_path();
+    fs::current_path(folder_.path());
+    const std::string end = "@Done Testing Get VRX events.\n";
+    const std::string start = "@STARTING LOG\r\n@SYSTEM ENVIRONMENT:\n";
+    test::writeFile("report", test::reportOf(start + "\xe9\n" + end));
+    test::writeFile("failing", test::reportOf(start + "@Could not count users: x\a\n" + end));
+    test::writeFile("-later", test::reportOf("@a\n"));
+    test::writeFile("text", "no report\n");
+  }
+  void TearDown() override { fs::current_path(before_); }
+
+  // Its status and what it says on both streams, with words and settings for the shell.
+  static std::string runByShell(const std::string& words, const std::string& settings = "") {
+    const test::ProcessResult result = test::runProcess(
+        {"sh", "-c", settings + "exec \"$0\" 2>&1 " + words, test::builtProgram("qbreport")},
+        "output");
+    return std::to_string(result.status) + " " + result.output;
+  }
+
+  static test::ProcessResult run(const std::string& words) {
+    std::vector<std::string> command = {test::builtProgram("qbreport")};
+    std::istringstream stream(words);
+    for (std::string word; stream >> word;) command.push_back(word);
+    return test::runProcess(command, "output");
+  }
+
+  test::TemporaryFolder folder_;
+  fs::path before_;
+};
+
+TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
+  for (const auto& [where, fields] : test::rowsOf("tools/report/commands.txt", 3)) {
+    const test::ProcessResult result = run(fields[2]);
+    EXPECT_EQ(std::to_string(result.status), fields[0]) << where;
+    EXPECT_EQ(result.output.substr(0, fields[1].size()), fields[1]) << where;
+    EXPECT_TRUE(!fields[1].empty() || result.output.empty()) << where << result.output;
+  }
+  const std::string longText(10000, 'x');
+  test::writeFile("text",
+                  test::reportOf("@STARTING LOG\n@Could not count users: " + longText + "\n"));
+  EXPECT_NE(run("check text").output.find(" " + longText + "\t"), std::string::npos);
+  if (fs::path::preferred_separator == '/') {
+    EXPECT_EQ(fs::status("map").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    for (const std::string words :
+         {"check failing", "json report", "diff report failing", "mask report", "--help"}) {
+      for (const std::string stream : {" >/dev/full", " >&-", " <&- >&-"}) {
+        EXPECT_EQ(runByShell(words + stream), "2 qbreport: standard output cannot be written\n")
+            << words << stream;
+      }
+    }
+    EXPECT_TRUE(runByShell("mask report --map map <&- 2>&-").starts_with("0 15-11-2026"));
+    EXPECT_EQ(runByShell("mask failing --map map >/dev/null", "ulimit -f 0; "), "2 ")
+        << "a map that is not written, and words that are not either";
+  }
+  EXPECT_EQ(test::contentOf("map"), "{\"format\":1,\"values\":{\n\"text\":{\n\"\xc3\xa9\":1}}}\n");
+  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 6) << "a file was left beside the map";
+}
+
+}  // namespace

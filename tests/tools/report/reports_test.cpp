@@ -1,0 +1,161 @@
+// Reports and what the reader makes of them, as rows of tables.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <regex>
+#include <sstream>
+#include <utility>
+
+#include "report/check.h"
+#include "report/findings.h"
+#include "report/json.h"
+#include "report/mask.h"
+#include "report/pseudonym_map.h"
+#include "report/text.h"
+#include "report/unified_diff.h"
+#include "report_text.h"
+#include "support/folders.h"
+#include "support/rows.h"
+#include "support/temporary_folder.h"
+
+namespace {
+
+using reader::Report;
+
+// Those of lines up to a number.
+std::string findingsOf(const Report& report, std::ptrdiff_t last = PTRDIFF_MAX) {
+  std::string findings;
+  reader::forEachFinding(report, [&](const reader::Finding& finding) {
+    if (std::cmp_greater(finding.line, last)) return;
+    findings += findings.empty() ? "" : " ";
+    findings.append(nameOf(finding.code)) += ':' + std::to_string(finding.line);
+  });
+  return findings;
+}
+
+std::string maskedOf(const Report& report, const reader::PseudonymMap& map = {}) {
+  reader::Pseudonyms pseudonyms(report.bytes(), map.all());
+  reader::collectValues(report, pseudonyms);
+  std::ostringstream out;
+  reader::writeMasked(report, pseudonyms, out);
+  return out.str();
+}
+
+nlohmann::json jsonOf(const Report& report) {
+  std::ostringstream out;
+  reader::writeJson(report, out);
+  return nlohmann::json::parse(out.str());
+}
+
+std::string replaced(const std::string& text, const char* pattern, const char* replacement) {
+  return std::regex_replace(text, std::regex(pattern), replacement);
+}
+
+// The report that a world expects, as the tool writes it.
+std::string worldReport(const std::string& world) {
+  const std::string shown =
+      test::contentOf(test::inRepository("tests/worlds/" + world + "/expected/report.txt"));
+  std::string text = reader::toLatin1(shown).value();
+  text = replaced(text, "<entry>\t", "15-11-2026 05:03:11\t(1234:5678)\t");
+  text = replaced(text, "-<time>\\.log", "-20261115050312.log");
+  return replaced(replaced(text, "<CR>", "\r"), "<no line feed>\n", "");
+}
+
+TEST(Reports, ShowEachFailureOnceAndNothingElse) {
+  for (const auto& [where, fields] : test::rowsOf("tools/report/findings.txt", 2))
+    EXPECT_EQ(findingsOf(Report(test::reportOf(fields[0]))), fields[1]) << where;
+}
+
+TEST(Reports, OfWorldsShowTheFailuresOfTheirWorlds) {
+  for (const auto& [where, fields] : test::rowsOf("tools/report/worlds.txt", 2))
+    EXPECT_EQ(findingsOf(Report(worldReport(fields[0]))), fields[1]) << where;
+}
+
+TEST(Reports, AreMaskedInTheirPlacesAndKeepTheirFindings) {
+  for (const auto& [where, fields] : test::rowsOf("tools/report/masked.txt", 2))
+    EXPECT_EQ(maskedOf(Report(test::reportOf(fields[0]))), test::reportOf(fields[1])) << where;
+  std::string shown;  // more names than the smallest table has places for
+  std::string masked;
+  for (int i = 0; i < 400; ++i) {
+    const std::string number = std::to_string(i % 200 + 1);
+    shown.append("@CUSTOMERPROFILE:\n\t\t\t\t\tContact(n").append(number);
+    shown.append("x)\n@Could not count users: n").append(number).append("x\n");
+    masked.append("@CUSTOMERPROFILE:\n\t\t\t\t\tContact(person-").append(number);
+    masked.append(")\n@Could not count users: person-").append(number).append("\n");
+  }
+  EXPECT_EQ(maskedOf(Report(test::reportOf(shown))), test::reportOf(masked));
+  for (const char* file : {"tools/report/findings.txt", "tools/report/worlds.txt"}) {
+    for (const auto& [where, fields] : test::rowsOf(file, 2)) {
+      const bool isWorld = file == std::string("tools/report/worlds.txt");
+      const Report report(isWorld ? worldReport(fields[0]) : test::reportOf(fields[0]));
+      EXPECT_EQ(findingsOf(Report(maskedOf(report))), fields[1]) << where;
+    }
+  }
+}
+
+TEST(Reports, AreJsonWithNothingLost) {
+  for (const auto& [where, fields] : test::rowsOf("tools/report/json.txt", 2)) {
+    nlohmann::json sections = jsonOf(Report(test::reportOf(fields[0])))["runs"][0]["sections"];
+    for (auto& section : sections) section.erase("time");
+    EXPECT_EQ(sections, nlohmann::json::parse(fields[1])) << where;
+  }
+}
+
+TEST(Reports, DifferInWhatRunsDoNotChangeByThemselves) {
+  for (const auto& [where, fields] : test::rowsOf("tools/report/differences.txt", 3)) {
+    const Report before(test::reportOf(fields[0]));
+    const Report after(test::reportOf(fields[1]));
+    std::ostringstream out;
+    EXPECT_EQ(reader::writeDifference({"a", before}, {"b", after}, out), !fields[2].empty());
+    EXPECT_EQ(out.str(), fields[2].empty() ? "" : "--- a\n+++ b\n" + fields[2]) << where;
+  }
+}
+
+// What stood whole in the report stays a finding; what is cut is none, and nothing is invented.
+TEST(Reports, AreReadWhereverTheyAreCut) {
+  const std::string whole = worldReport("odd_directory");
+  const Report wholeReport(whole);
+  const std::string findings = findingsOf(wholeReport);
+  for (std::size_t size = whole.find('\n') + 1; size <= whole.size(); ++size) {
+    const Report report(whole.substr(0, size));
+    std::string part = findingsOf(report);
+    part.resize(std::min(part.find("no-end"), part.size()));
+    EXPECT_TRUE((findings + " ").starts_with(part)) << size;
+    const reader::Entry& last = report.entries().back();
+    const bool isTold = last.section != reader::Section::configuration;  // by what follows, if not
+    const auto lines = isTold ? std::count(whole.data(), whole.data() + size, '\n')
+                              : static_cast<std::ptrdiff_t>(last.line) - 1;
+    EXPECT_TRUE(part.starts_with(findingsOf(wholeReport, lines))) << size;
+    constexpr std::size_t sample = 31;
+    if (size % sample != 0 && size != whole.size()) continue;
+    EXPECT_EQ(findingsOf(Report(maskedOf(report))), findingsOf(report)) << size;
+    EXPECT_EQ(jsonOf(report)["runs"][0]["complete"], size == whole.size()) << size;
+  }
+  for (const char* text : {"", "\n", "15-11-2026 05:03:11\t(1:2)\tSTARTING LOG", "15-11-2026\n"})
+    EXPECT_THROW(Report{text}, reader::NoReport) << text;
+}
+
+TEST(Pseudonyms, AreKeptInAMapAndNoOtherFileIsOne) {
+  const std::string first = test::reportOf("@SERVERPROFILE:\n\t\t\t\t\tServer name(m\xe9)\n");
+  const Report report(first);
+  reader::Pseudonyms pseudonyms(report.bytes(), {});
+  reader::collectValues(report, pseudonyms);
+  const reader::PseudonymMap map(reader::asMap(pseudonyms.all()));
+  const Report next(test::reportOf(
+      "@SYSTEM ENVIRONMENT:\n\t\t\t\t\tServerName=b\n@SERVERPROFILE:\n\t\t\t\t\tServer "
+      "name(m\xe9)\n"));
+  EXPECT_EQ(maskedOf(next, map),
+            test::reportOf("@SYSTEM ENVIRONMENT:\n\t\t\t\t\tServerName=server-2\n"
+                           "@SERVERPROFILE:\n\t\t\t\t\tServer name(server-1)\n"));
+  for (const char* text :
+       {"", "{}", "[]", R"({"format":2,"values":{}})", R"({"format":1,"values":[]})",
+        R"({"format":1,"values":{"x":{}}})", R"({"format":1,"values":{"text":{"a":0}}})",
+        R"({"format":1,"values":{"text":{"a":1,"b":1}}})",
+        R"({"format":1,"values":{"text":{"\u0100":1}}})",
+        R"({"format":1,"values":{"text":{"":1}}})"})
+    EXPECT_THROW(reader::PseudonymMap{text}, reader::BadMap) << text;
+}
+
+}  // namespace
