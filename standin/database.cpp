@@ -11,16 +11,6 @@
 namespace standin {
 namespace {
 
-// A file whose first line is longer is no store. Nothing more is read of such a file: it may be a
-// database of another library, of any size.
-constexpr std::uint64_t longestFirstLine = 65536;
-
-// The last bytes of a file before its place `end`, which a look keeps.
-std::string bytesBefore(const store::File& file, std::uint64_t end) {
-  constexpr std::uint64_t most = 1024;
-  return file.read(end - std::min(end, most), end);
-}
-
 constexpr store::FileStatuses statuses(Status refused) {
   return {Status::databaseMissing, Status::databaseIsNoFile, Status::databaseLinkLoop,
           Status::databasePathTooLong, refused};
@@ -36,7 +26,16 @@ std::string_view withoutReturn(std::string_view line) {
   return line;
 }
 
-[[noreturn]] void failAtLine(std::size_t number) {
+store::DatabaseInfo infoFrom(std::string_view line) {
+  const auto info = store::readDatabaseLine(withoutReturn(line));
+  if (!info.has_value()) throw Failure(Status::foreignFile);
+  return *info;
+}
+
+// Nothing for a last line that is torn.
+std::optional<store::Note> noteFrom(std::string_view line, bool isLast, std::size_t number) {
+  std::optional<store::Note> note = store::readNoteLine(withoutReturn(line));
+  if (note.has_value() || (isLast && store::isTorn(line))) return note;
   throw Failure(Status::lineDamaged,
                 "Line " + std::to_string(number) + " of the database is damaged");
 }
@@ -52,7 +51,7 @@ void Database::refresh() {
 }
 
 store::Moment Database::changed() const {
-  return std::chrono::floor<store::Moment::duration>(look_.state.changed);
+  return std::chrono::floor<store::Moment::duration>(state_.value().changed);
 }
 
 // The locks of the systems wait for ever or not at all. A pause that is short against a write lets
@@ -71,104 +70,51 @@ void Database::lock(store::File& file, store::Access access) {
 
 void Database::look(const store::File& file) {
   const store::FileState state = file.state();
-  if (look_.lines > 0 && state == look_.state) return;
-  if (broken_.has_value() && broken_->state == state) throw Failure(broken_->failure);
-  try {
-    if (!lookBehind(file, state)) lookAnew(file, state);
-  } catch (const Failure& failure) {
-    broken_ = {state, failure};
-    throw;
+  if (state_ == state) return;
+  read(file, state.size);
+  state_ = state;
+}
+
+void Database::read(const store::File& file, std::uint64_t size) {
+  // A file whose first line is longer is no store. Nothing more is read of it: it may be a database
+  // of another library, of any size.
+  const std::string head =
+      file.read(0, std::min<std::uint64_t>(size, store::longestDatabaseLine + 1));
+  const std::string_view first = std::string_view(head).substr(0, head.find('\n'));
+  if (withoutZeros(first).size() > store::longestDatabaseLine) throw Failure(Status::foreignFile);
+
+  const std::string whole = file.read(0, size);
+  const std::string_view text = withoutZeros(whole);
+  std::optional<store::DatabaseInfo> info;
+  NoteIndex notes;
+  std::size_t at = 0;
+  for (std::size_t number = 1; at < text.size(); ++number) {
+    const std::size_t feed = text.find('\n', at);
+    const bool isLast = feed == std::string_view::npos;
+    const std::string_view line = text.substr(at, feed - at);
+    if (number == 1) {
+      info = infoFrom(line);
+    } else if (!withoutReturn(line).empty()) {
+      auto note = noteFrom(line, isLast, number);
+      if (!note.has_value()) break;
+      notes.put(std::make_shared<const store::Note>(*std::move(note)));
+    }
+    at = isLast ? text.size() : feed + 1;
   }
-}
-
-// Reads on from the last look. False if the file is another, if it has changed in another way than
-// by growing, or if its last line may not have been the whole of it.
-bool Database::lookBehind(const store::File& file, const store::FileState& state) {
-  if (look_.lines == 0 || look_.endsWithoutFeed() || !state.isSameFile(look_.state) ||
-      state.size <= look_.state.size)
-    return false;
-  if (bytesBefore(file, look_.end) != look_.before) return false;
-
-  Look next = look_;
-  next.state = state;
-  for (const SharedNote& note : readNotes(file, next)) notes_.put(note);
-  look_ = std::move(next);
-  return true;
-}
-
-void Database::lookAnew(const store::File& file, const store::FileState& state) {
-  const std::string text = file.read(0, std::min(state.size, longestFirstLine + 1));
-  const std::string_view line = withoutZeros(std::string_view(text).substr(0, text.find('\n')));
-  if (line.size() > longestFirstLine) throw Failure(Status::foreignFile);
-  const auto info = store::readDatabaseLine(withoutReturn(line));
   if (!info.has_value()) throw Failure(Status::foreignFile);
-
-  Look next;
-  next.state = state;
-  next.kept = line.size();
-  NoteIndex index;
-  if (std::string_view(text).substr(line.size()).starts_with('\n')) {
-    next.lines = 1;
-    next.end = line.size() + 1;
-    for (const SharedNote& note : readNotes(file, next)) index.put(note);
-  } else if (!withoutZeros(file.read(line.size(), state.size)).empty()) {
-    throw Failure(Status::foreignFile);
-  }
-  info_ = *info;
-  notes_ = std::move(index);
-  look_ = std::move(next);
-}
-
-// The notes of what stands behind the end of `look`, which moves behind the last of them that has
-// its line feed. The file is read in pieces, which serve each other's memory.
-std::vector<SharedNote> Database::readNotes(const store::File& file, Look& look) {
-  constexpr std::uint64_t pieceSize = 0x40000;  // bytes
-  std::vector<SharedNote> notes;
-  store::NoteReader reader;
-  std::string text;
-  for (std::uint64_t at = look.end; at < look.state.size; at += pieceSize) {
-    const std::size_t searched = text.size();
-    text += file.read(at, std::min(at + pieceSize, look.state.size));
-    text.erase(0, readLines(text, searched, reader, look, notes));
-  }
-  look.kept = look.end;
-  look.before = bytesBefore(file, look.end);
-  const std::string_view rest = withoutZeros(text);
-  if (rest.empty()) return notes;
-  auto last = store::readNoteLine(withoutReturn(rest), reader);
-  if (!last.has_value() && !store::isTorn(rest)) failAtLine(look.lines + 1);
-  if (!last.has_value()) return notes;
-  notes.push_back(std::make_shared<const store::Note>(*std::move(last)));
-  look.kept += rest.size();
-  return notes;
-}
-
-// Adds the notes of the lines that have their line feed, the first of which stands at `searched` or
-// behind it. Gives the length of what was read.
-std::size_t Database::readLines(std::string_view text, std::size_t searched,
-                                store::NoteReader& reader, Look& look,
-                                std::vector<SharedNote>& notes) {
-  std::size_t begin = 0;
-  for (auto feed = text.find('\n', searched); feed != std::string_view::npos;
-       feed = text.find('\n', begin)) {
-    const std::string_view line = withoutReturn(text.substr(begin, feed - begin));
-    ++look.lines;
-    look.end += feed + 1 - begin;
-    begin = feed + 1;
-    if (line.empty()) continue;
-    auto note = store::readNoteLine(line, reader);
-    if (!note.has_value()) failAtLine(look.lines);
-    notes.push_back(std::make_shared<const store::Note>(*std::move(note)));
-  }
-  return begin;
+  info_ = *std::move(info);
+  notes_ = std::move(notes);
+  kept_ = at;
+  lacksFeed_ = text[at - 1] != '\n';
 }
 
 // Puts aside what the next write cuts off: a person may have written it.
 void Database::keepTorn(const store::File& file) const {
-  if (look_.kept == look_.state.size) return;
+  const std::uint64_t size = state_.value().size;
+  if (kept_ == size) return;
   try {
     store::File torn(path_ + ".torn", store::Access::create);
-    torn.append(torn.state().size, file.read(look_.kept, look_.state.size) + '\n');
+    torn.append(torn.state().size, file.read(kept_, size) + '\n');
   } catch (const std::system_error&) {
     throw Failure(Status::tornNotKept);
   }
@@ -191,16 +137,14 @@ void Database::write(store::Note& note) {
     look(file);
     store::Note written = note;
     written.id = idFor(note);
-    const std::string line = store::noteLine(written);
-
-    // A last line that counts gets the line feed that it lacks; one that does not is cut off.
+    const std::string line = (lacksFeed_ ? "\n" : "") + store::noteLine(written);
     keepTorn(file);
-    file.append(look_.kept, (look_.endsWithoutFeed() ? "\n" : "") + line);
+    file.append(kept_, line);
     note.id = written.id;
-    try {
-      look(file);
-    } catch (...) {  // the note is written all the same, and the next look takes it in
-    }
+    notes_.put(std::make_shared<const store::Note>(std::move(written)));
+    kept_ += line.size();
+    lacksFeed_ = false;
+    state_ = file.state();
   });
 }
 

@@ -1,10 +1,8 @@
 // A database: its file, and what the library knows of it.
 //
 // The library holds a database in memory and follows its file: at each look it compares the state
-// of the file with that of the last look. The same state costs nothing more; a file that has grown
-// is read from where the last look ended; any other change makes the library read it anew. A look
-// that fails leaves what was known. Somebody may edit a file in place so that it grows: bytes kept
-// from before the end of the last look tell that from an append.
+// of the file with that of the last look, and reads the file anew if it is another. A look that
+// fails leaves what was known.
 //
 // Writing appends one whole line under the lock of the file, behind what others have appended, and
 // succeeds once it is on the disk. So a process that is killed leaves at most one line without an
@@ -14,7 +12,6 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -52,40 +49,19 @@ class Database {
   void write(store::Note& note);
 
  private:
-  // How far the file is read.
-  struct Look {
-    store::FileState state;
-    std::uint64_t end = 0;   // of the last line that has its line feed
-    std::size_t lines = 0;   // up to there
-    std::string before;      // the last bytes up to there
-    std::uint64_t kept = 0;  // of what counts: behind `end` if a note follows that lacks its feed
-
-    bool endsWithoutFeed() const { return kept > end; }
-  };
-
-  // A state of the file, and what a look fails with as long as it lasts.
-  struct Broken {
-    store::FileState state;
-    Failure failure;
-  };
-
   void lock(store::File& file, store::Access access);
   void look(const store::File& file);
-  bool lookBehind(const store::File& file, const store::FileState& state);
-  void lookAnew(const store::File& file, const store::FileState& state);
+  void read(const store::File& file, std::uint64_t size);
   void keepTorn(const store::File& file) const;
   std::uint32_t idFor(const store::Note& note) const;
-  static std::vector<SharedNote> readNotes(const store::File& file, Look& look);
-  static std::size_t readLines(std::string_view text, std::size_t searched,
-                               store::NoteReader& reader, Look& look,
-                               std::vector<SharedNote>& notes);
 
   std::string path_;
   std::chrono::milliseconds lockWait_;  // none any more, once it was in vain
+  std::optional<store::FileState> state_;
   store::DatabaseInfo info_;
   NoteIndex notes_;
-  Look look_;
-  std::optional<Broken> broken_;
+  std::uint64_t kept_ = 0;  // bytes of the file that count; what is behind them is torn
+  bool lacksFeed_ = false;  // the last line that counts
 };
 
 /// The databases that the session has tried to open so far, each of them once. They stay when their

@@ -1,203 +1,114 @@
 #include "standin/formula.h"
 
 #include <algorithm>
-#include <iterator>
 #include <string>
-#include <utility>
-#include <variant>
-#include <vector>
 
-#include "standin/formula_lexer.h"
-#include "standin/formula_values.h"
+#include "standin/status.h"
 #include "store/letters.h"
 
 namespace standin {
 namespace {
 
-using Value = FormulaValue;
-using Condition = Formula;
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-// A part of the formula as far as it is compiled, and where it stands.
-struct Part {
-  std::variant<Value, Condition> meaning;
-  std::size_t offset;
-  std::size_t end;
-};
+bool isOfName(char c) {
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || isDigit(c) || c == '_' || c == '$';
+}
 
-constexpr int deepestNesting = 100;  // each level costs stack, in compiling and in calling
-
-// Goes down by the rank of the operators, one operation for each.
-class Compiler {
+// Takes a formula apart from its front, without the blanks between its words.
+class Words {
  public:
-  explicit Compiler(std::string_view formula) : lexer_(formula), token_(lexer_.next()) {}
+  explicit Words(std::string_view formula) : rest_(formula) { skipBlanks(); }
 
-  Formula compile() {
-    if (token_.kind != TokenKind::name || !store::equalNames(token_.spelling, "SELECT"))
-      fail(Status::noSelect);
-    advance();
-    Condition condition = asCondition(alternatives());
-    if (token_.kind != TokenKind::end) fail(Status::unexpectedText);
-    return condition;
+  bool accept(char mark) {
+    if (!rest_.starts_with(mark)) return false;
+    take(1);
+    return true;
   }
 
- private:
-  [[noreturn]] void fail(Status status) const {
-    throw FormulaFailure(status, token_.offset, token_.spelling.size());
+  void expect(char mark) {
+    if (!accept(mark)) fail();
   }
 
-  void advance() {
-    end_ = token_.offset + token_.spelling.size();
-    token_ = lexer_.next();
-  }
-
-  bool isMark(std::string_view mark) const {
-    return token_.kind == TokenKind::mark && token_.spelling == mark;
-  }
-
-  bool accept(std::string_view mark) {
-    const bool isThere = isMark(mark);
-    if (isThere) advance();
+  // `word` has no regard to case; a function begins with "@".
+  bool accept(std::string_view word) {
+    const bool isThere = store::equalNames(nextWord(), word);
+    if (isThere) take(word.size());
     return isThere;
   }
 
-  void expect(std::string_view mark) {
-    if (!accept(mark)) failAtToken();
+  std::string_view name() {
+    const std::string_view name = nextWord();
+    const bool isOne = !name.empty() && name.front() != '@' && !isDigit(name.front()) &&
+                       !store::equalNames(name, "SELECT");
+    if (!isOne) fail();
+    return take(name.size());
   }
 
-  [[noreturn]] void failAtToken() const {
-    fail(token_.kind == TokenKind::end ? Status::formulaEnds : Status::unexpectedText);
-  }
-
-  template <typename Wanted>
-  static Wanted meaningOf(Part part, Status failure) {
-    auto* meaning = std::get_if<Wanted>(&part.meaning);
-    if (meaning == nullptr) throw FormulaFailure(failure, part.offset, part.end - part.offset);
-    return std::move(*meaning);
-  }
-
-  static Condition asCondition(Part part) {
-    return meaningOf<Condition>(std::move(part), Status::conditionExpected);
-  }
-
-  static Value asValue(Part part) {
-    return meaningOf<Value>(std::move(part), Status::valueExpected);
-  }
-
-  // One operand, or several with the mark between them; `decisive` is the truth of an operand that
-  // settles the whole.
-  template <typename Operand>
-  Part chain(std::string_view mark, bool decisive, Operand operand) {
-    Part first = operand();
-    if (!isMark(mark)) return first;
-    const std::size_t offset = first.offset;
-    std::vector<Condition> conditions{asCondition(std::move(first))};
-    while (accept(mark)) conditions.push_back(asCondition(operand()));
-    Condition all;
-    if (!decisive)  // what is true for one of them is true for the whole
-      for (Condition& one : conditions)
-        std::ranges::move(one.conditions, std::back_inserter(all.conditions));
-    all.selects = [conditions = std::move(conditions), decisive](const store::Note& note) {
-      const bool isSettled =
-          std::any_of(conditions.begin(), conditions.end(),
-                      [&](const Condition& one) { return one.selects(note) == decisive; });
-      return isSettled ? decisive : !decisive;
-    };
-    return {std::move(all), offset, end_};
-  }
-
-  Part alternatives() {
-    return chain("|", true, [this] { return requirements(); });
-  }
-
-  Part requirements() {
-    return chain("&", false, [this] { return comparison(); });
-  }
-
-  Part comparison() {
-    Part left = operand();
-    while (isMark("=") || isMark("!=")) {
-      const bool wanted = token_.spelling == "=";
-      advance();
-      const std::size_t offset = left.offset;
-      Value one = asValue(std::move(left));
-      Value other = asValue(operand());
-      Condition compared;
-      if (auto condition = textCondition(one, other); wanted && condition.has_value())
-        compared.conditions.push_back(*std::move(condition));
-      compared.selects = [wanted, one = std::move(one),
-                          other = std::move(other)](const store::Note& note) {
-        return haveOneInCommon(one, other, note) == wanted;
-      };
-      left = {std::move(compared), offset, end_};
+  std::string text() {
+    if (!rest_.starts_with('"')) fail();
+    std::string text;
+    for (std::size_t at = 1; at < rest_.size(); ++at) {
+      if (rest_[at] == '"') {
+        take(at + 1);
+        return text;
+      }
+      if (rest_[at] == '\\' && ++at == rest_.size()) break;
+      text += rest_[at];
     }
-    return left;
+    throw Failure(Status::textNotClosed);
   }
 
-  Part operand() {
-    if (nesting_ == deepestNesting) fail(Status::formulaTooDeep);
-    ++nesting_;
-    const std::size_t offset = token_.offset;
-    Part part = isMark("!") || isMark("(") ? group() : word();
-    --nesting_;
-    return {std::move(part.meaning), offset, end_};
+  void expectEnd() const {
+    if (!rest_.empty()) fail();
   }
 
-  Part group() {
-    const std::size_t offset = token_.offset;
-    if (accept("!")) {
-      auto negated = [inner = asCondition(operand())](const store::Note& note) {
-        return !inner.selects(note);
-      };
-      return {Condition{std::move(negated), {}}, offset, end_};
-    }
-    expect("(");
-    Part part = alternatives();
-    expect(")");
-    return part;
+ private:
+  [[noreturn]] void fail() const {
+    throw Failure(rest_.empty() ? Status::formulaEnds : Status::unexpectedText);
   }
 
-  Part word() {
-    const Token token = token_;
-    switch (token.kind) {
-      case TokenKind::function:
-        return function();
-      case TokenKind::text:
-        advance();
-        return {Value{token.text}, token.offset, end_};
-      case TokenKind::number:
-        advance();
-        return {Value{token.number}, token.offset, end_};
-      case TokenKind::name:
-        if (store::equalNames(token.spelling, "SELECT")) fail(Status::unexpectedText);
-        advance();
-        return {Value{Field{std::string(token.spelling)}}, token.offset, end_};
-      default:
-        failAtToken();
-    }
+  // A name, or a function with its "@"; empty if neither comes next.
+  std::string_view nextWord() const {
+    const std::size_t mark = rest_.starts_with('@') ? 1 : 0;
+    const auto* const end = std::find_if_not(rest_.begin() + mark, rest_.end(), isOfName);
+    return rest_.substr(0, static_cast<std::size_t>(end - rest_.begin()));
   }
 
-  Part function() {
-    const std::size_t offset = token_.offset;
-    const std::string name = store::lowered(token_.spelling);
-    const bool isFolding = name == "@lowercase" || name == "@uppercase";
-    if (!isFolding && name != "@all") fail(Status::unknownFunction);
-    advance();
-    if (!isFolding) return {Condition{[](const store::Note&) { return true; }, {}}, offset, end_};
-    expect("(");
-    Value argument = asValue(alternatives());
-    expect(")");
-    argument.letters = name == "@lowercase" ? store::LetterCase::lower : store::LetterCase::upper;
-    return {std::move(argument), offset, end_};
+  std::string_view take(std::size_t length) {
+    const std::string_view taken = rest_.substr(0, length);
+    rest_.remove_prefix(length);
+    skipBlanks();
+    return taken;
   }
 
-  FormulaLexer lexer_;
-  Token token_;
-  std::size_t end_ = 0;  // of the word before the token
-  int nesting_ = 0;
+  void skipBlanks() {
+    rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\r\n"), rest_.size()));
+  }
+
+  std::string_view rest_;
 };
+
+void readCondition(Words& words, Formula& formula) {
+  if (words.accept("@All")) return;
+  const bool lowers = words.accept("@LowerCase");
+  if (lowers) words.expect('(');
+  const std::string_view item = words.name();
+  if (lowers) words.expect(')');
+  words.expect('=');
+  formula.push_back({store::lowered(item), lowers, words.text()});
+}
 
 }  // namespace
 
-Formula compileFormula(std::string_view text) { return Compiler(text).compile(); }
+Formula compileFormula(std::string_view text) {
+  Words words(text);
+  if (!words.accept("SELECT")) throw Failure(Status::noSelect);
+  Formula formula;
+  do readCondition(words, formula);
+  while (words.accept('&'));
+  words.expectEnd();
+  return formula;
+}
 
 }  // namespace standin

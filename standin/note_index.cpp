@@ -1,5 +1,6 @@
 #include "standin/note_index.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "standin/status.h"
@@ -34,34 +35,31 @@ SharedNote NoteIndex::find(const store::ProfileName& name) const {
 std::vector<SharedNote> NoteIndex::documents(const std::vector<TextCondition>& conditions) const {
   const std::set<std::uint32_t>* fewest = nullptr;
   for (const TextCondition& condition : conditions) {
-    const TextIndex* index = textIndex(condition);
-    if (index == nullptr) continue;
-    const std::set<std::uint32_t>& ids = index->documentsWith(condition.text);
+    const std::set<std::uint32_t>& ids = textIndex(condition).documentsWith(condition.text);
     if (fewest == nullptr || ids.size() < fewest->size()) fewest = &ids;
   }
   std::vector<SharedNote> documents;
-  if (fewest != nullptr) {
-    documents.reserve(fewest->size());
-    for (const std::uint32_t id : *fewest) documents.push_back(find(id));
+  if (fewest == nullptr) {
+    for (const auto& [id, note] : notes_)
+      if (!note->profile.has_value()) documents.push_back(note);
     return documents;
   }
-  documents.reserve(notes_.size());
-  for (const auto& [id, note] : notes_)
-    if (!note->profile.has_value()) documents.push_back(note);
+  for (const std::uint32_t id : *fewest) {
+    SharedNote note = find(id);
+    if (std::ranges::all_of(conditions, [&](const auto& one) { return one.holds(*note); }))
+      documents.push_back(std::move(note));
+  }
   return documents;
 }
 
-// Null if there are so many already that a formula, which may be of any length, would take too much
-// memory.
-const TextIndex* NoteIndex::textIndex(const TextCondition& condition) const {
-  constexpr std::size_t most = 32;
-  const std::pair key(condition.item, condition.letters);
-  if (!texts_.contains(key) && texts_.size() == most) return nullptr;
-  const auto [place, isNew] = texts_.try_emplace(key, condition.item, condition.letters);
-  if (!isNew) return &place->second;
-  for (const auto& [id, note] : notes_)
-    if (!note->profile.has_value()) place->second.add(*note);
-  return &place->second;
+const TextIndex& NoteIndex::textIndex(const TextCondition& condition) const {
+  const std::pair key(condition.item, condition.lowers);
+  const auto [place, isNew] = texts_.try_emplace(key, condition.item, condition.lowers);
+  if (isNew) {
+    for (const auto& [id, note] : notes_)
+      if (!note->profile.has_value()) place->second.add(*note);
+  }
+  return place->second;
 }
 
 std::uint32_t NoteIndex::nextId() const {

@@ -27,20 +27,19 @@ class NoteIndex {
   SharedNote find(std::uint32_t id) const;
   SharedNote find(const store::ProfileName& name) const;
 
-  /// Notes that are no profile notes, in the order of their ids: among them all for which every one
-  /// of the conditions is true.
+  /// The notes that are no profile notes and for which every condition holds, in the order of ids.
   std::vector<SharedNote> documents(const std::vector<TextCondition>& conditions) const;
 
   /// An id that is higher than all others. Throws noIdsLeft.
   std::uint32_t nextId() const;
 
  private:
-  const TextIndex* textIndex(const TextCondition& condition) const;
+  const TextIndex& textIndex(const TextCondition& condition) const;
 
   std::map<std::uint32_t, SharedNote> notes_;
   std::map<std::pair<std::string, std::string>, std::uint32_t> profiles_;
-  // By item and case of letters; each is made when it is first asked for.
-  mutable std::map<std::pair<std::string, store::LetterCase>, TextIndex> texts_;
+  // By item, and whether letters are made small; each is made when it is first asked for.
+  mutable std::map<std::pair<std::string, bool>, TextIndex> texts_;
 };
 
 }  // namespace standin

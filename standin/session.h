@@ -38,7 +38,7 @@ struct Session {
   HandleTable<std::string, Status::unknownBlock> blocks{numbers};
   HandleTable<std::shared_ptr<Database>, Status::unknownDatabase> databases{numbers};
   HandleTable<OpenNote, Status::unknownNote> notes{numbers};
-  HandleTable<std::shared_ptr<const Formula>, Status::unknownFormula> formulas{numbers};
+  HandleTable<Formula, Status::unknownFormula> formulas{numbers};
 
   /// The note of a handle. Throws unknownNote and databaseOfNoteClosed.
   OpenNote& openNote(NOTEHANDLE handle);

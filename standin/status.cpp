@@ -27,9 +27,9 @@ std::string wordsForCaller(STATUS status) {
   if (code == static_cast<STATUS>(kept.status) && !kept.words.empty()) return kept.words;
   const std::string_view words = store::wordsOf(static_cast<STATUS>(code));
   if (!words.empty()) return std::string(words);
-  std::array<char, 32> unknown{};
-  std::snprintf(unknown.data(), unknown.size(), "Unknown status 0x%04X", code);
-  return unknown.data();
+  std::array<char, 8> digits{};
+  const int length = std::snprintf(digits.data(), digits.size(), "%04X", code);
+  return "Unknown status 0x" + std::string(digits.data(), static_cast<std::size_t>(length));
 }
 
 }  // namespace standin

@@ -1,15 +1,31 @@
 #include "standin/text_index.h"
 
+#include <algorithm>
+
+#include "store/letters.h"
+
 namespace standin {
+namespace {
+
+std::string asked(const std::string& text, bool lowers) {
+  return lowers ? store::lowered(text) : text;
+}
+
+}  // namespace
+
+bool TextCondition::holds(const store::Note& note) const {
+  return std::ranges::any_of(store::textsOf(note.find(item)),
+                             [this](const std::string& one) { return asked(one, lowers) == text; });
+}
 
 void TextIndex::add(const store::Note& document) {
   for (const std::string& text : store::textsOf(document.find(item_)))
-    documents_[store::folded(text, letters_)].insert(document.id);
+    documents_[asked(text, lowers_)].insert(document.id);
 }
 
 void TextIndex::remove(const store::Note& document) {
   for (const std::string& text : store::textsOf(document.find(item_))) {
-    const auto found = documents_.find(store::folded(text, letters_));
+    const auto found = documents_.find(asked(text, lowers_));
     if (found == documents_.end()) continue;  // the text stands twice in a list
     found->second.erase(document.id);
     if (found->second.empty()) documents_.erase(found);

@@ -7,23 +7,23 @@
 #include <unordered_map>
 #include <vector>
 
-#include "store/letters.h"
 #include "store/note.h"
 
 namespace standin {
 
-/// That one of the texts of an item, its letters in this case, is this text.
+/// That one of the texts of an item is this text, or is it with the letters of ASCII made small.
 struct TextCondition {
   std::string item;
-  store::LetterCase letters;
+  bool lowers;
   std::string text;
+
+  bool holds(const store::Note& note) const;
 };
 
 /// The documents by the texts of one item.
 class TextIndex {
  public:
-  TextIndex(std::string item, store::LetterCase letters)
-      : item_(std::move(item)), letters_(letters) {}
+  TextIndex(std::string item, bool lowers) : item_(std::move(item)), lowers_(lowers) {}
 
   void add(const store::Note& document);
   void remove(const store::Note& document);
@@ -32,8 +32,8 @@ class TextIndex {
 
  private:
   std::string item_;
-  store::LetterCase letters_;
-  std::unordered_map<std::string, std::set<std::uint32_t>> documents_;  // by texts in that case
+  bool lowers_;
+  std::unordered_map<std::string, std::set<std::uint32_t>> documents_;  // by texts
 };
 
 }  // namespace standin

@@ -28,10 +28,6 @@ struct FileState {
   std::chrono::sys_time<std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>> changed;
 
   bool operator==(const FileState&) const = default;
-
-  bool isSameFile(const FileState& other) const {
-    return volume == other.volume && file == other.file;
-  }
 };
 
 /// Readers share the lock, a writer has it alone. Only `create` makes a file that is missing; it

@@ -1,30 +1,121 @@
 #include "store/line.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <charconv>
-#include <initializer_list>
+#include <cinttypes>
+#include <cstdio>
+#include <limits>
 #include <nlohmann/json.hpp>
+#include <utility>
+#include <variant>
+#include <vector>
 
 #include "store/letters.h"
-#include "store/note_reader.h"
+#include "store/status.h"
 
 namespace store {
 namespace {
 
-using Json = nlohmann::ordered_json;
+// What a line says as a tree. The members of an object stand as in the text, also two of one name.
+struct Json {
+  using Array = std::vector<Json>;
+  using Object = std::vector<std::pair<std::string, Json>>;
+
+  std::variant<std::monostate, double, std::uint64_t, std::string, Array, Object> value;
+};
+
+// Makes the tree of what a JSON parser meets. The JSON library's own tree looks for each name among
+// those before it, which takes the square of their number.
+class TreeMaker {
+ public:
+  // Whether all of the line is JSON. The parser takes a zero byte for the end of its text.
+  bool read(std::string_view line) {
+    return line.find('\0') == std::string_view::npos && nlohmann::json::sax_parse(line, this);
+  }
+
+  Json& root() { return root_; }
+
+  // Whether the parser failed because a line of this length ends before its value does.
+  bool endsEarly(std::size_t length) const { return !isWhole_ && failedAt_ > length; }
+
+  // What the parser calls. All answer whether it shall go on.
+  bool null() { return put(std::monostate()); }
+  bool boolean(bool) { return put(std::monostate()); }
+  bool number_integer(std::int64_t number) { return put(static_cast<double>(number)); }
+  bool number_unsigned(std::uint64_t number) { return put(number); }
+  bool number_float(double number, const std::string&) { return put(number); }
+  bool string(const std::string& text) { return put(text); }
+  template <typename Bytes>
+  bool binary(const Bytes&) {
+    return false;  // is in no text
+  }
+  bool start_object(std::size_t) {
+    Json::Object members;
+    if (depth_ == 1) members.reserve(12);  // the items of a note
+    return open(std::move(members));
+  }
+  bool start_array(std::size_t) { return open(Json::Array()); }
+  bool end_object() { return close(); }
+  bool end_array() { return close(); }
+  bool key(const std::string& name) {
+    if (depth_ <= deepest) std::get<Json::Object>(open_.back()->value).emplace_back().first = name;
+    return true;
+  }
+  template <typename Exception>
+  bool parse_error(std::size_t position, const std::string&, const Exception& exception) {
+    constexpr int syntaxError = 101;  // and not a number that is too large
+    if (exception.id == syntaxError) failedAt_ = position;
+    return false;
+  }
+
+ private:
+  // No note has more levels, and what stands below them is not kept: a line may be nested without
+  // end.
+  static constexpr int deepest = 5;
+
+  template <typename Content>
+  bool put(Content content) {
+    if (depth_ <= deepest) place().value = std::move(content);
+    isWhole_ = depth_ == 0;
+    return true;
+  }
+
+  template <typename Content>
+  bool open(Content content) {
+    if (++depth_ > deepest) return true;
+    Json& opened = place();
+    opened.value = std::move(content);
+    open_.push_back(&opened);
+    return true;
+  }
+
+  bool close() {
+    if (depth_-- <= deepest) open_.pop_back();
+    isWhole_ = depth_ == 0;
+    return true;
+  }
+
+  // Where the next value comes to.
+  Json& place() {
+    if (open_.empty()) return root_;
+    if (auto* object = std::get_if<Json::Object>(&open_.back()->value))
+      return object->back().second;
+    return std::get<Json::Array>(open_.back()->value).emplace_back();
+  }
+
+  Json root_;
+  std::vector<Json*> open_;  // from the outermost
+  int depth_ = 0;
+  bool isWhole_ = false;
+  std::size_t failedAt_ = 0;
+};
 
 struct Malformed {};
 
 void require(bool isWellFormed) {
   if (!isWellFormed) throw Malformed();
-}
-
-std::uint64_t hexNumber(std::string_view digits) {
-  std::uint64_t number = 0;
-  const char* const end = digits.data() + digits.size();
-  const auto [stop, error] = std::from_chars(digits.data(), end, number, 16);
-  require(error == std::errc() && stop == end);
-  return number;
 }
 
 std::string digitsOf(std::string_view bytes) {
@@ -38,90 +129,204 @@ std::string digitsOf(std::string_view bytes) {
   return text;
 }
 
-const std::string& stringOf(const Json& json) { return json.get_ref<const std::string&>(); }
-
-// The string that is the only member of an object, under the name `name`; null if there is no such.
-const std::string* onlyMember(const Json& json, const char* name) {
-  if (!json.is_object() || json.size() != 1 || !json.contains(name)) return nullptr;
-  return &stringOf(json.front());
-}
-
-std::string textFrom(const Json& json) {
-  const std::string* digits = onlyMember(json, "bytes");
-  if (digits == nullptr) return stringOf(json);
-  std::optional<std::string> bytes = bytesOf(*digits);
-  require(bytes.has_value());
-  return *std::move(bytes);
-}
-
-Json jsonOf(const std::string& text) {
-  if (isUtf8(text)) return text;
-  return {{"bytes", digitsOf(text)}};
-}
-
-struct ToJson {
-  Json operator()(const std::string& text) const { return jsonOf(text); }
-  Json operator()(const TextList& entries) const {
-    Json array = Json::array();
-    for (const std::string& entry : entries) array.push_back(jsonOf(entry));
-    return array;
+std::string bytesOf(std::string_view digits) {
+  require(digits.size() % 2 == 0);
+  std::string bytes;
+  bytes.reserve(digits.size() / 2);
+  for (const char* at = digits.data(); at != digits.data() + digits.size(); at += 2) {
+    unsigned char byte = 0;
+    require(std::from_chars(at, at + 2, byte, 16).ptr == at + 2);
+    bytes += static_cast<char>(byte);
   }
-  Json operator()(double number) const { return number; }
-  Json operator()(Moment moment) const { return {{"time", isoText(moment)}}; }
-};
-
-// The members of an object are those of `names` or fewer.
-void requireMembers(const Json& json, std::initializer_list<std::string_view> names) {
-  require(json.is_object());
-  for (const auto& member : json.items())
-    require(std::find(names.begin(), names.end(), member.key()) != names.end());
+  return bytes;
 }
 
-DatabaseInfo infoFrom(const Json& line) {
-  requireMembers(line, {"database"});
-  const Json& database = line.at("database");
-  requireMembers(database, {"title", "replica"});
-  const std::string_view replica = stringOf(database.at("replica"));
-  require(replica.size() == 16);
-  return {textFrom(database.at("title")), hexNumber(replica)};
+// The content of this type. Whoever takes it apart takes it out of the tree.
+template <typename Type>
+Type& contentOf(Json& json) {
+  auto* content = std::get_if<Type>(&json.value);
+  require(content != nullptr);
+  return *content;
+}
+
+bool isObject(const Json& json) { return std::holds_alternative<Json::Object>(json.value); }
+
+std::string takeString(Json& json) { return std::move(contentOf<std::string>(json)); }
+
+// The values of the members that an object may have, in the order of `names`; null for one that it
+// lacks. Of a name that stands twice the later counts.
+template <std::size_t Size>
+std::array<Json*, Size> membersOf(Json& json, const std::array<std::string_view, Size>& names) {
+  std::array<Json*, Size> values{};
+  for (auto& [name, value] : contentOf<Json::Object>(json)) {
+    const auto* const known = std::find(names.begin(), names.end(), name);
+    require(known != names.end());
+    values.at(static_cast<std::size_t>(known - names.begin())) = &value;
+  }
+  return values;
+}
+
+std::string textFrom(Json& json) {
+  if (!isObject(json)) return takeString(json);
+  const auto [bytes] = membersOf(json, std::array<std::string_view, 1>{"bytes"});
+  require(bytes != nullptr);
+  return bytesOf(takeString(*bytes));
+}
+
+ItemValue valueFrom(Json& json) {
+  if (const auto* number = std::get_if<double>(&json.value)) return *number;
+  if (const auto* number = std::get_if<std::uint64_t>(&json.value))
+    return static_cast<double>(*number);
+  if (auto* array = std::get_if<Json::Array>(&json.value)) {
+    TextList entries;
+    entries.reserve(array->size());
+    for (Json& entry : *array) entries.push_back(textFrom(entry));
+    return entries;
+  }
+  if (!isObject(json)) return takeString(json);
+  const auto [time, bytes] = membersOf(json, std::array<std::string_view, 2>{"time", "bytes"});
+  require((time == nullptr) != (bytes == nullptr));
+  if (time == nullptr) return bytesOf(takeString(*bytes));
+  return momentFromIso(takeString(*time));
+}
+
+// Of the items of one name the first gives the place and the last the value. Each name goes into
+// the first free slot from that of its hash on; half of the slots stay free.
+std::vector<Item> itemsFrom(Json& json) {
+  constexpr std::size_t none = std::numeric_limits<std::size_t>::max();
+  auto& members = contentOf<Json::Object>(json);
+  const std::size_t mask = std::bit_ceil(2 * members.size() + 1) - 1;
+  std::vector<std::size_t> slots(mask + 1, none);
+  std::vector<Item> items;
+  std::vector<Json*> values;
+  items.reserve(members.size());
+  values.reserve(members.size());
+  for (auto& [name, value] : members) {
+    require(!name.empty());
+    std::size_t slot = hashOfName(name) & mask;
+    while (slots[slot] != none && !equalNames(items[slots[slot]].name, name))
+      slot = (slot + 1) & mask;
+    if (slots[slot] == none) {
+      slots[slot] = items.size();
+      items.push_back({std::move(name), {}});
+      values.push_back(nullptr);
+    }
+    values[slots[slot]] = &value;
+  }
+  for (std::size_t i = 0; i < items.size(); ++i) items[i].value = valueFrom(*values[i]);
+  return items;
+}
+
+Note noteFrom(Json& line) {
+  const auto [id, profile, user, items] =
+      membersOf(line, std::array<std::string_view, 4>{"note", "profile", "user", "items"});
+  require(id != nullptr && items != nullptr);
+  const std::uint64_t number = contentOf<std::uint64_t>(*id);
+  require(number != 0 && number <= std::numeric_limits<std::uint32_t>::max());
+  require(profile != nullptr || user == nullptr);
+  Note note;
+  note.id = static_cast<std::uint32_t>(number);
+  if (profile != nullptr) {
+    note.profile = {textFrom(*profile), user == nullptr ? std::string() : textFrom(*user)};
+    require(!note.profile->profile.empty());
+  }
+  note.items = itemsFrom(*items);
+  return note;
+}
+
+DatabaseInfo infoFrom(Json& line) {
+  const auto [database] = membersOf(line, std::array<std::string_view, 1>{"database"});
+  require(database != nullptr);
+  const auto [title, replica] =
+      membersOf(*database, std::array<std::string_view, 2>{"title", "replica"});
+  require(title != nullptr && replica != nullptr);
+  const std::optional<std::uint64_t> replicaId = replicaIdFrom(takeString(*replica));
+  require(replicaId.has_value());
+  return {textFrom(*title), *replicaId};
+}
+
+// What `read` makes of a line, or nothing.
+template <typename Result>
+std::optional<Result> readLine(std::string_view line, Result (*read)(Json&)) {
+  TreeMaker tree;
+  if (!tree.read(line)) return std::nullopt;
+  try {
+    return read(tree.root());
+  } catch (const Malformed&) {
+    return std::nullopt;
+  } catch (const Failure&) {  // a time that is none
+    return std::nullopt;
+  }
+}
+
+void append(std::string& line, const std::string& text) {
+  if (isUtf8(text))
+    line += nlohmann::json(text).dump();
+  else
+    line.append(R"({"bytes":")").append(digitsOf(text)).append("\"}");
+}
+
+void append(std::string& line, const TextList& entries) {
+  line += '[';
+  for (const std::string& entry : entries) {
+    if (&entry != entries.data()) line += ',';
+    append(line, entry);
+  }
+  line += ']';
+}
+
+void append(std::string& line, double number) { line += nlohmann::json(number).dump(); }
+
+void append(std::string& line, Moment moment) {
+  line.append(R"({"time":")").append(isoText(moment)).append("\"}");
 }
 
 }  // namespace
 
-std::optional<DatabaseInfo> readDatabaseLine(std::string_view line) {
-  if (holdsZero(line)) return std::nullopt;
-  try {
-    return infoFrom(Json::parse(line));
-  } catch (const Malformed&) {
-    return std::nullopt;
-  } catch (const Json::exception&) {
-    return std::nullopt;
-  }
+std::optional<std::uint64_t> replicaIdFrom(std::string_view digits) {
+  constexpr std::size_t size = 16;
+  std::uint64_t id = 0;
+  const char* const end = digits.data() + digits.size();
+  const auto [stop, error] = std::from_chars(digits.data(), end, id, 16);
+  if (digits.size() != size || error != std::errc() || stop != end) return std::nullopt;
+  return id;
 }
 
-std::optional<Note> readNoteLine(std::string_view line, NoteReader& reader) {
-  return reader.read(line) ? reader.takeNote() : std::nullopt;
+std::optional<DatabaseInfo> readDatabaseLine(std::string_view line) {
+  return readLine(line, infoFrom);
 }
+
+std::optional<Note> readNoteLine(std::string_view line) { return readLine(line, noteFrom); }
 
 bool isTorn(std::string_view line) {
-  NoteReader reader;
-  return !reader.read(line) && reader.endsEarly(line.size());
+  TreeMaker tree;
+  return !tree.read(line) && tree.endsEarly(line.size());
+}
+
+std::string databaseLine(const DatabaseInfo& database) {
+  std::array<char, 17> replica{};
+  const int length =
+      std::snprintf(replica.data(), replica.size(), "%016" PRIX64, database.replicaId);
+  std::string line = R"({"database":{"title":)";
+  append(line, database.title);
+  line.append(R"(,"replica":")").append(replica.data(), static_cast<std::size_t>(length));
+  return line.append("\"}}\n");
 }
 
 std::string noteLine(const Note& note) {
-  Json line = Json::object();
-  line["note"] = note.id;
+  std::string line = R"({"note":)" + std::to_string(note.id);
   if (note.profile.has_value()) {
-    line["profile"] = jsonOf(note.profile->profile);
-    line["user"] = jsonOf(note.profile->user);
+    append(line += R"(,"profile":)", note.profile->profile);
+    append(line += R"(,"user":)", note.profile->user);
   }
-  // Put behind one another: to look for each name first would take the square of their number.
-  Json::object_t items;
-  items.reserve(note.items.size());
-  for (const Item& item : note.items)
-    items.emplace_back(item.name, std::visit(ToJson(), item.value));
-  line["items"] = std::move(items);
-  return line.dump() + '\n';
+  line += R"(,"items":{)";
+  for (const Item& item : note.items) {
+    if (&item != note.items.data()) line += ',';
+    append(line, item.name);
+    line += ':';
+    std::visit([&line](const auto& value) { append(line, value); }, item.value);
+  }
+  return line += "}}\n";
 }
 
 }  // namespace store

@@ -46,10 +46,11 @@ Moment momentFromIso(std::string_view text) {
 }
 
 std::string isoText(Moment moment) {
+  std::string text = dateAndTime(moment, 'T');
   const auto hundredths = static_cast<int>((moment - floor<seconds>(moment)).count());
-  std::array<char, 8> fraction{};
-  if (hundredths != 0) std::snprintf(fraction.data(), fraction.size(), ".%02d", hundredths);
-  return dateAndTime(moment, 'T') + fraction.data() + 'Z';
+  const auto digit = [](int number) { return static_cast<char>('0' + number); };
+  if (hundredths != 0) text += {'.', digit(hundredths / 10), digit(hundredths % 10)};
+  return text += 'Z';
 }
 
 std::string dateAndTime(Moment moment, char between) {

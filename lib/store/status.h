@@ -60,12 +60,8 @@
   X(noFiniteNumber, 0x0709, "An item cannot hold a number that is not finite") \
   X(unknownFormula, 0x0801, "The handle is not that of a compiled formula") \
   X(noSelect, 0x0802, "The formula does not begin with SELECT") \
-  X(unknownFunction, 0x0803, "The formula has a function that the library does not know") \
   X(unexpectedText, 0x0804, "The formula has something that the library does not understand") \
   X(textNotClosed, 0x0805, "A text in the formula has no closing quotation mark") \
-  X(conditionExpected, 0x0806, "The formula has a value where only a condition can stand") \
-  X(valueExpected, 0x0807, "The formula has a condition where only a value can stand") \
-  X(formulaTooDeep, 0x0808, "The formula is nested too deeply") \
   X(formulaEnds, 0x0809, "The formula ends before it is complete") \
   X(unknownSearch, 0x080A, "The library searches documents only, and without flags or a time to begin at")
 /* clang-format on */

@@ -29,12 +29,15 @@ class TextFront {
   }
 
   int number(std::size_t fewestDigits, std::size_t mostDigits) {
-    const std::size_t digits = std::min(rest_.find_first_not_of("0123456789"), rest_.size());
-    if (digits < fewestDigits) throw Failure(Status::notATime);
     int value = 0;
-    for (const char digit : rest_.substr(0, mostDigits).substr(0, digits))
+    std::size_t digits = 0;
+    for (; digits < std::min(mostDigits, rest_.size()); ++digits) {
+      const char digit = rest_[digits];
+      if (digit < '0' || digit > '9') break;
       value = value * 10 + (digit - '0');
-    rest_.remove_prefix(std::min(digits, mostDigits));
+    }
+    if (digits < fewestDigits) throw Failure(Status::notATime);
+    rest_.remove_prefix(digits);
     return value;
   }
 
