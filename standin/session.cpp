@@ -1,6 +1,5 @@
 #include "standin/session.h"
 
-#include <charconv>
 #include <filesystem>
 #include <optional>
 #include <string_view>
@@ -34,32 +33,25 @@ std::string programDirectoryOf(const store::NotesIni& settings) {
   return directory;
 }
 
-struct NumberVariable {
-  const char* name;
-  int least;
-  int most;
-  int otherwise;  // where the variable is unset or empty
-  Status wrong;
-};
-
 // One that cannot be read fails the start: a zone taken as GMT, for one, would make every time
 // wrong in silence.
-int numberOf(const store::NotesIni& settings, const NumberVariable& variable) {
-  const std::string value = settings.valueOrEmpty(variable.name);
-  std::string_view text = store::trimmed(value);
-  if (text.empty()) return variable.otherwise;
-  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
-  int number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != end || number < variable.least || number > variable.most)
-    throw Failure(variable.wrong);
-  return number;
+std::chrono::hours zoneOf(const store::NotesIni& settings) {
+  const std::string value = settings.valueOrEmpty("Timezone");
+  if (store::trimmed(value).empty()) return {};
+  const auto zone = store::zoneFrom(value);
+  if (!zone.has_value()) throw Failure(Status::wrongTimezone);
+  return *zone;
 }
 
-constexpr NumberVariable zoneVariable = {"Timezone", -23, 23, 0, Status::wrongTimezone};
-constexpr NumberVariable lockWaitVariable = {"LockWait", 0, 3'600'000, 10'000,
-                                             Status::wrongLockWait};
+std::chrono::milliseconds lockWaitOf(const store::NotesIni& settings) {
+  constexpr int most = 3'600'000;
+  constexpr int usual = 10'000;
+  const std::string value = settings.valueOrEmpty("LockWait");
+  if (store::trimmed(value).empty()) return std::chrono::milliseconds(usual);
+  const std::optional<int> wait = store::numberFrom(value, 0, most);
+  if (!wait.has_value()) throw Failure(Status::wrongLockWait);
+  return std::chrono::milliseconds(*wait);
+}
 
 std::string settingsPath(int argumentCount, const char* const* arguments) {
   if (argumentCount > 1) requireAll(arguments);
@@ -76,8 +68,8 @@ Session::Session(store::NotesIni read)
     : settings(std::move(read)),
       dataDirectory(dataDirectoryOf(settings)),
       programDirectory(programDirectoryOf(settings)),
-      zone(numberOf(settings, zoneVariable)),
-      cache(std::chrono::milliseconds(numberOf(settings, lockWaitVariable))) {}
+      zone(zoneOf(settings)),
+      cache(lockWaitOf(settings)) {}
 
 OpenNote& Session::openNote(NOTEHANDLE handle) {
   OpenNote& open = notes.at(handle);

@@ -1,6 +1,7 @@
 #include "store/notes_ini.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "store/file.h"
 #include "store/file_failures.h"
@@ -49,6 +50,41 @@ const std::string* NotesIni::find(std::string_view name) const {
 std::string NotesIni::valueOrEmpty(std::string_view name) const {
   const std::string* value = find(name);
   return value == nullptr ? std::string() : *value;
+}
+
+std::optional<int> numberFrom(std::string_view value, int least, int most) {
+  std::string_view text = trimmed(value);
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+  int number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || stop != end || number < least || number > most) return std::nullopt;
+  return number;
+}
+
+std::optional<std::chrono::hours> zoneFrom(std::string_view value) {
+  constexpr int farthest = 23;
+  const std::optional<int> hours = numberFrom(value, -farthest, farthest);
+  if (!hours.has_value()) return std::nullopt;
+  return std::chrono::hours(*hours);
+}
+
+std::vector<std::string_view> booksFrom(std::string_view value) {
+  std::vector<std::string_view> books;
+  while (!value.empty()) {
+    const std::size_t size = std::min(value.find(','), value.size());
+    const std::string_view book = trimmed(value.substr(0, size));
+    if (!book.empty()) books.push_back(book);
+    value.remove_prefix(std::min(size + 1, value.size()));
+  }
+  return books;
+}
+
+std::string fileOfBook(std::string_view book) {
+  constexpr std::string_view extension = ".nsf";
+  std::string file(book);
+  if (!lowered(book).ends_with(extension)) file += extension;
+  return file;
 }
 
 }  // namespace store

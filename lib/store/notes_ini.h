@@ -7,9 +7,12 @@
 // what changes in it later has no effect.
 #pragma once
 
+#include <chrono>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace store {
 
@@ -31,5 +34,18 @@ class NotesIni {
  private:
   std::unordered_map<std::string, std::string> values_;  // by name in small letters
 };
+
+/// The whole number that a value says, blanks around it or a sign before it or none; nothing for
+/// any other text, and for a number that is not between these two.
+std::optional<int> numberFrom(std::string_view value, int least, int most);
+
+/// The zone that a value of Timezone says: hours west of GMT, -23 to 23.
+std::optional<std::chrono::hours> zoneFrom(std::string_view value);
+
+/// The entries of a value of Names, without the blanks around them; the empty ones are left out.
+std::vector<std::string_view> booksFrom(std::string_view value);
+
+/// The file of an address book: ".nsf" is added unless the book has it in letters of either case.
+std::string fileOfBook(std::string_view book);
 
 }  // namespace store
