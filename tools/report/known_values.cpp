@@ -8,7 +8,6 @@ namespace reader {
 namespace {
 
 constexpr std::size_t shortestValue = 3;
-constexpr auto none = PlaceTable::none;
 
 unsigned char lowered(char byte) {
   const bool isUpper = byte >= 'A' && byte <= 'Z';
@@ -25,48 +24,37 @@ std::uint32_t beginningOf(std::string_view text) {
                                     lowered(text[2]));
 }
 
-std::size_t hashInAnyCase(std::string_view text) {
+}  // namespace
+
+std::size_t KnownValues::Hash::operator()(std::string_view text) const {
   std::uint64_t hash = 0xCBF29CE484222325U;  // FNV-1a
   for (const char byte : text) hash = (hash ^ lowered(byte)) * 0x100000001B3U;
   return static_cast<std::size_t>(hash);
 }
 
-}  // namespace
+bool KnownValues::Equal::operator()(std::string_view left, std::string_view right) const {
+  return std::ranges::equal(left, right, {}, lowered, lowered);
+}
 
-KnownValues::KnownValues(const std::deque<Pseudonym>& pseudonyms)
-    : pseudonyms_(pseudonyms), others_(pseudonyms.size(), none) {
-  for (std::uint32_t place = 0; place < pseudonyms.size(); ++place) {
-    if (pseudonyms[place].value.size() >= shortestValue) add(place);
+KnownValues::KnownValues(const std::deque<Pseudonym>& pseudonyms) : pseudonyms_(pseudonyms) {
+  places_.reserve(pseudonyms.size());
+  for (std::size_t place = 0; place < pseudonyms.size(); ++place) {
+    const std::string_view value = pseudonyms[place].value;
+    if (value.size() < shortestValue) continue;
+    places_.emplace(value, place);
+    std::vector<std::size_t>& sizes = sizes_[beginningOf(value)];
+    if (std::ranges::find(sizes, value.size()) == sizes.end()) sizes.push_back(value.size());
   }
   for (auto& [beginning, sizes] : sizes_) std::ranges::sort(sizes);
 }
 
-void KnownValues::add(std::uint32_t place) {
-  const std::string_view value = pseudonyms_[place].value;
-  const std::uint32_t found = findInAnyCase(value);
-  if (found != none) {
-    others_[place] = others_[found];
-    others_[found] = place;
-    return;
-  }
-  places_.insert(hashInAnyCase(value), place);
-  std::vector<std::size_t>& sizes = sizes_[beginningOf(value)];
-  if (std::ranges::find(sizes, value.size()) == sizes.end()) sizes.push_back(value.size());
-}
-
-std::uint32_t KnownValues::findInAnyCase(std::string_view text) const {
-  return places_.find(hashInAnyCase(text), [&](std::uint32_t place) {
-    return std::ranges::equal(pseudonyms_[place].value, text, {}, lowered, lowered);
-  });
-}
-
+// The earliest of those in the same case, or else of those in another; null if there is none.
 const Pseudonym* KnownValues::find(std::string_view text) const {
-  const std::uint32_t found = findInAnyCase(text);
-  if (found == none) return nullptr;
-  for (std::uint32_t place = found; place != none; place = others_[place]) {
-    if (pseudonyms_[place].value == text) return &pseudonyms_[place];
-  }
-  return &pseudonyms_[found];
+  std::pair best(true, pseudonyms_.size());
+  const auto [begin, end] = places_.equal_range(text);
+  for (auto at = begin; at != end; ++at)
+    best = std::min(best, std::pair(at->first != text, at->second));
+  return begin == end ? nullptr : &pseudonyms_[best.second];
 }
 
 std::vector<KnownValues::Hit> KnownValues::hitsIn(std::string_view message) const {

@@ -8,7 +8,6 @@
 #include <unordered_map>
 #include <vector>
 
-#include "report/place_table.h"
 #include "report/pseudonyms.h"
 
 namespace reader {
@@ -35,14 +34,19 @@ class KnownValues {
     const Pseudonym* pseudonym;
   };
 
-  void add(std::uint32_t place);
+  struct Hash {
+    std::size_t operator()(std::string_view text) const;
+  };
+  struct Equal {
+    bool operator()(std::string_view left, std::string_view right) const;
+  };
+
   std::vector<Hit> hitsIn(std::string_view message) const;
-  std::uint32_t findInAnyCase(std::string_view text) const;
   const Pseudonym* find(std::string_view text) const;
 
   const std::deque<Pseudonym>& pseudonyms_;
-  PlaceTable places_{};
-  std::vector<std::uint32_t> others_{};  // by place: the next that differs in case alone
+  // Places of pseudonyms by the value in any case; several may differ in that alone.
+  std::unordered_multimap<std::string_view, std::size_t, Hash, Equal> places_{};
   std::unordered_map<std::uint32_t, std::vector<std::size_t>> sizes_{};  // by the beginning
 };
 

@@ -26,10 +26,6 @@ constexpr std::size_t replicaIdSize = 16;
 
 std::size_t indexOf(MaskKind kind) { return static_cast<std::size_t>(kind); }
 
-std::size_t hashOf(MaskKind kind, std::string_view value) {
-  return std::hash<std::string_view>()(value) + indexOf(kind);
-}
-
 std::string_view digitsAt(std::string_view text, std::size_t at) {
   const auto begin = text.begin() + static_cast<std::ptrdiff_t>(at);
   const auto end = std::find_if_not(begin, text.end(), isDigit);
@@ -48,17 +44,14 @@ std::string textOf(const Pseudonym& pseudonym) {
 
 Pseudonyms::Pseudonyms(std::string_view report, const std::deque<Pseudonym>& earlier)
     : mostNumbers_(report.size() + earlier.size()) {
+  // Of millions of values each that is looked at in vain costs more than an empty place.
+  for (auto& values : byValue_) values.max_load_factor(0.5F);
   findHeld(report);
   for (const Pseudonym& pseudonym : earlier) {
     given_.at(indexOf(pseudonym.kind)).insert(pseudonym.number);
-    give(pseudonym);
+    const Pseudonym& given = all_.emplace_back(pseudonym);
+    byValue_.at(indexOf(given.kind)).emplace(given.value, &given);
   }
-}
-
-void Pseudonyms::give(const Pseudonym& pseudonym) {
-  all_.push_back(pseudonym);
-  places_.insert(hashOf(pseudonym.kind, pseudonym.value),
-                 static_cast<std::uint32_t>(all_.size() - 1));
 }
 
 void Pseudonyms::findHeld(std::string_view report) {
@@ -114,15 +107,14 @@ bool Pseudonyms::isTaken(MaskKind kind, std::uint32_t number) const {
 }
 
 const Pseudonym& Pseudonyms::of(MaskKind kind, std::string_view value) {
-  const std::uint32_t place = places_.find(hashOf(kind, value), [&](std::uint32_t candidate) {
-    return all_[candidate].kind == kind && all_[candidate].value == value;
-  });
-  if (place != PlaceTable::none) return all_[place];
-  std::uint32_t& number = last_.at(indexOf(kind));
-  do ++number;
-  while (isTaken(kind, number));
-  give({kind, number, value});
-  return all_.back();
+  const auto [place, isNew] = byValue_.at(indexOf(kind)).try_emplace(value);
+  if (isNew) {
+    std::uint32_t& number = last_.at(indexOf(kind));
+    do ++number;
+    while (isTaken(kind, number));
+    place->second = &all_.emplace_back(Pseudonym{kind, number, value});
+  }
+  return *place->second;
 }
 
 }  // namespace reader

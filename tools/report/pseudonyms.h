@@ -6,11 +6,11 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
 #include "report/masked_parts.h"
-#include "report/place_table.h"
 
 namespace reader {
 
@@ -41,7 +41,6 @@ class Pseudonyms {
  private:
   using Numbers = std::vector<bool>;
 
-  void give(const Pseudonym& pseudonym);
   void findHeld(std::string_view report);
   void holdNumbered(std::string_view report, std::size_t hyphen);
   void holdReplicaIds(std::string_view digits);
@@ -52,7 +51,7 @@ class Pseudonyms {
   std::array<Numbers, pseudonymKinds> held_{};
   std::array<std::unordered_set<std::uint32_t>, pseudonymKinds> given_{};
   std::array<std::uint32_t, pseudonymKinds> last_{};
-  PlaceTable places_{};
+  std::array<std::unordered_map<std::string_view, const Pseudonym*>, pseudonymKinds> byValue_{};
   std::deque<Pseudonym> all_{};
 };
 
