@@ -14,19 +14,11 @@ char loweredLetter(char letter) {
 
 }  // namespace
 
-char folded(char letter, LetterCase letters) {
-  if (letters == LetterCase::lower) return loweredLetter(letter);
-  const bool isRaised = letters == LetterCase::upper && letter >= 'a' && letter <= 'z';
-  return isRaised ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
-
-std::string folded(std::string_view text, LetterCase letters) {
+std::string lowered(std::string_view text) {
   std::string result(text);
-  for (char& letter : result) letter = folded(letter, letters);
+  for (char& letter : result) letter = loweredLetter(letter);
   return result;
 }
-
-std::string lowered(std::string_view text) { return folded(text, LetterCase::lower); }
 
 bool equalNames(std::string_view left, std::string_view right) {
   return std::equal(left.begin(), left.end(), right.begin(), right.end(),

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -10,11 +9,6 @@ namespace store {
 
 /// `text` with small letters for the capital ones of ASCII.
 std::string lowered(std::string_view text);
-
-/// How the letters of ASCII in a text are taken.
-enum class LetterCase : std::uint8_t { asItIs, lower, upper };
-char folded(char letter, LetterCase letters);
-std::string folded(std::string_view text, LetterCase letters);
 
 /// True for texts that differ in the case of ASCII letters at most.
 bool equalNames(std::string_view left, std::string_view right);

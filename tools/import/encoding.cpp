@@ -1,8 +1,5 @@
 #include "import/encoding.h"
 
-#include <algorithm>
-#include <iterator>
-
 #include "import/failure.h"
 #include "store/letters.h"
 
@@ -17,13 +14,12 @@ void Encoding::begin(std::string_view bytes) {
 }
 
 void Encoding::declare(std::string_view name) const {
-  constexpr std::string_view known[] = {"UTF-8", "UTF-16", "ISO-8859-1", "US-ASCII"};
-  const std::string capital = store::folded(name, store::LetterCase::upper);
-  if (std::find(std::begin(known), std::end(known), capital) == std::end(known))
+  const auto is = [name](std::string_view known) { return store::equalNames(name, known); };
+  if (!is("UTF-8") && !is("UTF-16") && !is("ISO-8859-1") && !is("US-ASCII"))
     throw Flaw("the encoding " + std::string(name) + " is not read");
-  const bool isAsMarked = isWide()              ? capital == "UTF-16"
-                          : mark_ == Mark::utf8 ? capital == "UTF-8"
-                                                : capital != "UTF-16";
+  const bool isAsMarked = isWide()              ? is("UTF-16")
+                          : mark_ == Mark::utf8 ? is("UTF-8")
+                                                : !is("UTF-16");
   if (!isAsMarked)
     throw Flaw("the byte order mark, or its absence, contradicts the encoding " +
                std::string(name));

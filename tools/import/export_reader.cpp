@@ -1,9 +1,13 @@
 #include "import/export_reader.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <optional>
+#include <string>
 
+#include "import/exported_note.h"
 #include "import/failure.h"
-#include "import/values.h"
+#include "import/xml_reader.h"
 
 namespace dxl {
 namespace {
@@ -11,10 +15,16 @@ namespace {
 // A title's line in the store has room for 64 KiB, with escapes.
 constexpr std::size_t longestTitle = std::size_t{32} << 10U;
 
-DatabaseDescription descriptionFrom(const Element& element) {
+store::DatabaseInfo databaseOf(const Element& element) {
   const std::string_view title = element.attribute("title");
   if (title.size() > longestTitle) throw Flaw("a title of more than 32 KiB");
-  return {std::string(title), replicaIdFrom(element.attribute("replicaid"))};
+  return {std::string(title), store::replicaIdFrom(element.attribute("replicaid")).value_or(0)};
+}
+
+// Takes what is missing from another.
+void complete(store::DatabaseInfo& database, const store::DatabaseInfo& other) {
+  if (database.title.empty()) database.title = other.title;
+  if (database.replicaId == 0) database.replicaId = other.replicaId;
 }
 
 // Nothing for a design element.
@@ -27,19 +37,13 @@ std::optional<NoteKind> noteKindOf(const Element& element) {
 
 class ExportReader : public ElementHandler {
  public:
-  explicit ExportReader(Import& import) : import_(import) {}
-
-  DatabaseDescription description() const {
-    DatabaseDescription description = ofDatabaseInfo_;
-    description.complete(ofRoot_);
-    return description;
-  }
+  explicit ExportReader(Reading& reading) : reading_(reading) {}
 
   void start(const Element& element) override {
     ++level_;
     if (level_ == 1) return startRoot(element);
     const bool isDatabaseInfo = level_ == 2 && element.is("databaseinfo");
-    if (isDatabaseInfo) ofDatabaseInfo_.complete(descriptionFrom(element));
+    if (isDatabaseInfo) complete(ofDatabaseInfo_, databaseOf(element));
     if (note_.has_value()) return note_->start(level_ - levelOfNote_, element);
     if (level_ == 2 && isDatabase_ && !isDatabaseInfo) startNote(element);
   }
@@ -51,12 +55,14 @@ class ExportReader : public ElementHandler {
   void end() override {
     if (note_.has_value() && level_ > levelOfNote_) note_->end(level_ - levelOfNote_);
     if (note_.has_value() && level_ == levelOfNote_) finishNote();
-    --level_;
+    if (--level_ > 0) return;
+    complete(reading_.database, ofDatabaseInfo_);
+    complete(reading_.database, ofRoot_);
   }
 
  private:
   void startRoot(const Element& element) {
-    ofRoot_ = descriptionFrom(element);
+    ofRoot_ = databaseOf(element);
     isDatabase_ = element.is("database");
     if (isDatabase_) return;
     if (!element.is("note") && !noteKindOf(element).has_value())
@@ -68,45 +74,41 @@ class ExportReader : public ElementHandler {
   void startNote(const Element& element) {
     const std::optional<NoteKind> kind = noteKindOf(element);
     if (!kind.has_value()) {
-      ++import_.totals.designElements;
+      ++reading_.totals.designElements;
       return;
     }
-    note_.emplace(*kind, element, import_.zone, import_.report);
+    note_.emplace(*kind, element, reading_.zone, reading_.leftOut);
     levelOfNote_ = level_;
   }
 
   void finishNote() {
-    const std::optional<SpooledNote> note = note_->finish();
-    note_.reset();
-    if (note.has_value()) {
-      import_.spool.append(*note);
-    } else {
-      ++import_.totals.leftOut;
+    Totals& totals = reading_.totals;
+    store::Note* const note = note_->finish();
+    if (note == nullptr) {
+      ++totals.leftOut;
+    } else if (reading_.take(*note)) {
+      ++(note->profile.has_value() ? totals.profiles : totals.notes);
+      totals.itemsKept += note->items.size();
+      totals.leftOut += note_->itemsLeftOut();
     }
+    note_.reset();
   }
 
-  Import& import_;
-  DatabaseDescription ofRoot_;
-  DatabaseDescription ofDatabaseInfo_;
+  Reading& reading_;
+  store::DatabaseInfo ofRoot_;
+  store::DatabaseInfo ofDatabaseInfo_;
   bool isDatabase_ = false;
   int level_ = 0;
   int levelOfNote_ = 0;
-  std::optional<NoteReader> note_;
+  std::optional<ExportedNote> note_;
 };
 
 }  // namespace
 
-void DatabaseDescription::complete(const DatabaseDescription& other) {
-  if (title.empty()) title = other.title;
-  if (replicaId.empty()) replicaId = other.replicaId;
-}
-
-void readExport(Descriptor& file, Import& import) {
-  ExportReader reader(import);
-  const std::uint64_t size = file.size();
-  readXml(file, reader,
-          [&](std::uint64_t done) { import.report.progress(file.path(), done, size); });
-  import.database.complete(reader.description());
+void readExport(ExportFile& file, Reading& reading, Report& progress) {
+  ExportReader reader(reading);
+  const std::uint64_t size = std::max<std::uint64_t>(file.state().size, 1);
+  readXml(file, reader, [&](std::uint64_t done) { progress.progress(file.path(), done, size); });
 }
 
 }  // namespace dxl

@@ -2,37 +2,26 @@
 #pragma once
 
 #include <chrono>
-#include <optional>
-#include <string>
-#include <string_view>
+#include <functional>
 
-#include "import/descriptor.h"
-#include "import/note_reader.h"
+#include "import/export_file.h"
 #include "import/report.h"
-#include "import/spool.h"
-#include "import/xml_reader.h"
+#include "store/line.h"
+#include "store/note.h"
 
 namespace dxl {
 
-/// Empty texts where nothing is said.
-struct DatabaseDescription {
-  std::string title;
-  std::string replicaId;  ///< Sixteen capital hexadecimal digits.
-
-  /// Takes what is missing from another.
-  void complete(const DatabaseDescription& other);
-};
-
-/// What the exports of one store fill together.
-struct Import {
+/// One reading of all exports of a store: what it is for, and what it has found.
+struct Reading {
   std::chrono::hours zone;
-  Report& report;
-  Spool& spool;
-  Totals totals{};                 ///< Of what does not come into the spool.
-  DatabaseDescription database{};  ///< From the first export that says something.
+  Report* leftOut;  ///< Where to tell of items and notes that are left out, or null.
+  /// Takes each note that is not left out, its id 0 if it has none; whether the store has it.
+  std::function<bool(store::Note&)> take;
+  Totals totals{};
+  store::DatabaseInfo database{};  ///< From the first export that says something.
 };
 
-/// Reads an export into `import`. Throws ImportFailure.
-void readExport(Descriptor& file, Import& import);
+/// Reads an export. Throws ImportFailure.
+void readExport(ExportFile& file, Reading& reading, Report& progress);
 
 }  // namespace dxl

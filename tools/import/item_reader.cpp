@@ -1,13 +1,8 @@
 #include "import/item_reader.h"
 
-#include <cstdint>
-#include <optional>
 #include <utility>
 
-#include "import/failure.h"
-#include "import/json_text.h"
 #include "import/values.h"
-#include "store/moment.h"
 
 namespace dxl {
 namespace {
@@ -16,23 +11,8 @@ constexpr std::string_view malformed = "malformed";
 
 }  // namespace
 
-void ItemReader::begin(std::string name, std::size_t mostBytes) {
-  name_ = std::move(name);
-  valueName_.clear();
-  leftOutAs_.clear();
-  text_.clear();
-  list_.clear();
-  isRefused_ = false;
-  values_ = 0;
-  bytes_ = name_.size();
-  mostBytes_ = mostBytes;
-}
-
-void ItemReader::beginLeftOut(std::string name, std::string_view word) {
-  begin(std::move(name), 0);
-  leftOutAs_ = word;
-  isRefused_ = true;
-}
+ItemReader::ItemReader(std::string name, std::size_t mostBytes, std::chrono::hours zone)
+    : name_(std::move(name)), mostBytes_(mostBytes), zone_(zone), bytes_(name_.size()) {}
 
 ItemReader::Kind ItemReader::kindOf(const Element& element) {
   if (element.is("text")) return Kind::text;
@@ -45,91 +25,69 @@ ItemReader::Kind ItemReader::kindOf(const Element& element) {
 void ItemReader::start(int level, const Element& element) {
   if (level == 1) return startValue(element);
   if (!isWanted()) return;
-  if (kind_ == Kind::text) return startInText(level - 1, element);
-  if (kind_ == Kind::textList && level > 2) return startInText(level - 2, element);
-  if (kind_ == Kind::textList) {
-    if (!element.is("text")) leftOutAs_ = valueName_;
-    return;
-  }
-  leftOutAs_ = malformed;
+  const bool isInText = level == levelOfTexts() + 1;
+  if (isFigure())
+    leftOutAs_ = malformed;
+  else if (isInText && element.is("break"))
+    append("\n");
+  else if (isInText && element.is("nonxmlchar"))
+    appendNumbered(element.attribute("value"));
+  else if (level != levelOfTexts() || !element.is("text"))
+    leftOutAs_ = valueName_;
 }
 
 void ItemReader::startValue(const Element& element) {
-  if (++values_ > 1 || !isWanted()) return;
+  if (++values_ > 1) return;
   kind_ = kindOf(element);
   valueName_ = element.name;
   if (kind_ == Kind::other || name_.empty()) leftOutAs_ = valueName_;
 }
 
-// `level` is 1 for an element that stands in a text itself.
-void ItemReader::startInText(int level, const Element& element) {
-  if (level == 1 && element.is("break")) return append("\n");
-  if (level == 1 && element.is("nonxmlchar")) return appendNumbered(element.attribute("value"));
-  leftOutAs_ = valueName_;
-}
-
 void ItemReader::text(int level, std::string_view part) {
-  if (values_ == 1 && level == (kind_ == Kind::textList ? 2 : 1) && isWanted()) append(part);
-}
-
-void ItemReader::append(std::string_view part) {
-  if (kind_ == Kind::number || kind_ == Kind::time) return appendToFigure(part);
-  bytes_ += part.size();
-  if (bytes_ <= mostBytes_) {
-    text_ += part;
-  } else {
-    text_ = {};
-    list_ = {};
-  }
+  if (values_ == 1 && level == levelOfTexts() && isWanted()) append(part);
 }
 
 // The text of a number or time is not kept, so that it does not count; but it has an end.
-void ItemReader::appendToFigure(std::string_view part) {
+void ItemReader::append(std::string_view part) {
   text_ += part;
-  if (text_.size() <= largestPart) return;
+  if (!isFigure()) bytes_ += part.size();
+  if (isFigure() ? text_.size() <= largestPart : bytes_ <= mostBytes_) return;
   text_ = {};
-  leftOutAs_ = malformed;
+  list_ = {};
+  if (isFigure()) leftOutAs_ = malformed;
 }
 
 void ItemReader::appendNumbered(std::string_view digits) {
-  const std::optional<std::uint32_t> number = characterNumberFrom(digits);
-  std::string character;
-  if (!number.has_value()) {
+  const std::optional<std::string> character = characterFrom(digits);
+  if (!character.has_value())
     leftOutAs_ = malformed;
-  } else if (appendCharacter(character, *number)) {
-    append(character);
-  } else {
+  else if (character->empty())
     leftOutAs_ = valueName_;
-  }
+  else
+    append(*character);
 }
 
 void ItemReader::end(int level) {
   if (kind_ != Kind::textList || level != 2 || values_ != 1 || !isWanted()) return;
-  if (bytes_ > mostBytes_) return;
-  list_ += list_.empty() ? '[' : ',';
-  list_ += jsonText(std::exchange(text_, {}));
+  if (bytes_ <= mostBytes_) list_.push_back(std::exchange(text_, {}));
 }
 
 ItemOutcome ItemReader::finish() {
-  if (values_ == 0 && !isRefused_) return {{}, 0, "empty"};
-  if (values_ > 1 && !isRefused_) return {{}, 0, "several"};
-  if (!isWanted()) return {{}, 0, leftOutAs_};
-  std::string json = valueAsJson();
-  if (json.empty()) return {{}, 0, std::string(malformed)};
-  if (bytes_ > mostBytes_) throw Flaw("a note with more than 16 MiB of names and texts");
-  return {std::move(json), bytes_, {}};
+  const auto leftOut = [](std::string_view as) { return ItemOutcome{{}, 0, std::string(as)}; };
+  if (values_ == 0) return leftOut("empty");
+  if (values_ > 1) return leftOut("several");
+  if (!isWanted()) return leftOut(leftOutAs_);
+  std::optional<store::ItemValue> kept = value();
+  if (!kept.has_value()) return leftOut(malformed);
+  return {std::move(*kept), bytes_, {}};
 }
 
-// Empty if it is malformed.
-std::string ItemReader::valueAsJson() {
-  if (kind_ == Kind::textList) return list_.empty() ? "[]" : std::move(list_) + ']';
-  if (kind_ == Kind::text) return jsonText(std::move(text_));
-  if (kind_ == Kind::number) {
-    const std::optional<double> number = numberFrom(text_);
-    return number.has_value() ? jsonNumber(*number) : std::string();
-  }
-  const std::optional<store::Moment> moment = momentFrom(text_, zone_);
-  return moment.has_value() ? R"({"time":")" + store::isoText(*moment) + "\"}" : std::string();
+// Nothing if it is malformed.
+std::optional<store::ItemValue> ItemReader::value() {
+  if (kind_ == Kind::text) return std::move(text_);
+  if (kind_ == Kind::textList) return std::move(list_);
+  if (kind_ == Kind::number) return numberFrom(text_);
+  return momentFrom(text_, zone_);
 }
 
 }  // namespace dxl

@@ -6,29 +6,27 @@
 
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "import/xml_reader.h"
+#include "store/note.h"
 
 namespace dxl {
 
 struct ItemOutcome {
-  std::string json;       ///< The value, empty if the item is left out.
-  std::size_t bytes = 0;  ///< The size of its name and texts.
+  store::ItemValue value;
+  std::size_t bytes =
+      0;  ///< The size of its name and texts, also where they are too large to keep.
   std::string leftOutAs;  ///< The value's element or another word; empty if the item is kept.
 };
 
 class ItemReader {
  public:
+  /// Begins an item. Of one whose name and texts have more than `mostBytes` the texts are not kept.
   /// `zone` is that of times without an offset, in hours west of GMT.
-  explicit ItemReader(std::chrono::hours zone) : zone_(zone) {}
-
-  /// Begins an item of which, name included, at most `mostBytes` may be kept.
-  void begin(std::string name, std::size_t mostBytes);
-
-  /// Begins an item that is left out whatever it holds.
-  void beginLeftOut(std::string name, std::string_view word);
+  ItemReader(std::string name, std::size_t mostBytes, std::chrono::hours zone);
 
   const std::string& name() const { return name_; }
 
@@ -38,7 +36,6 @@ class ItemReader {
   void text(int level, std::string_view part);
   void end(int level);
 
-  /// Throws Flaw if the item were to be kept and is too large for that.
   ItemOutcome finish();
 
  private:
@@ -46,24 +43,23 @@ class ItemReader {
 
   static Kind kindOf(const Element& element);
   bool isWanted() const { return leftOutAs_.empty(); }
+  bool isFigure() const { return kind_ == Kind::number || kind_ == Kind::time; }
+  int levelOfTexts() const { return kind_ == Kind::textList ? 2 : 1; }
   void startValue(const Element& element);
-  void startInText(int level, const Element& element);
   void append(std::string_view part);
-  void appendToFigure(std::string_view part);
   void appendNumbered(std::string_view digits);
-  std::string valueAsJson();
+  std::optional<store::ItemValue> value();
 
-  std::chrono::hours zone_;
   std::string name_;
+  std::size_t mostBytes_;
+  std::chrono::hours zone_;
   std::string valueName_;
   std::string leftOutAs_;
   std::string text_;
-  std::string list_;
+  store::TextList list_;
   Kind kind_ = Kind::other;
-  bool isRefused_ = false;  // from its beginning
   int values_ = 0;
-  std::size_t bytes_ = 0;
-  std::size_t mostBytes_ = 0;
+  std::size_t bytes_;
 };
 
 }  // namespace dxl

@@ -1,24 +1,16 @@
 // import-dxl: makes a store of the stand-in library of XML exports of databases.
 #include <getopt.h>
-#include <sys/stat.h>
 
-#include <cerrno>
 #include <charconv>
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
 #include <new>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "import/descriptor.h"
-#include "import/export_reader.h"
-#include "import/failure.h"
+#include "import/import.h"
 #include "import/report.h"
-#include "import/spool.h"
-#include "import/store_writer.h"
 #include "platform/process.h"
 #include "store/letters.h"
 
@@ -45,13 +37,6 @@ constexpr std::string_view help =
     "Standard error names what is left out and ends with the numbers of the store.\n"
     "Exit status: 0 the store is made; 1 it is not, standard error says why; 2 usage.\n";
 
-struct Options {
-  std::chrono::hours zone{0};
-  bool replaces = false;
-  std::vector<std::string> exports;
-  std::string store;
-};
-
 [[noreturn]] void endWithUsage(std::string_view reason) {
   std::cerr << reason << usage;
   std::exit(wrongUsage);
@@ -74,13 +59,13 @@ std::chrono::hours zoneFrom(std::string_view argument) {
   return std::chrono::hours(hours);
 }
 
-Options optionsFrom(int count, char** arguments) {
+ImportOptions optionsFrom(int count, char** arguments) {
   constexpr option known[] = {{"timezone", required_argument, nullptr, 't'},
                               {"force", no_argument, nullptr, 'f'},
                               {"help", no_argument, nullptr, 'h'},
                               {"version", no_argument, nullptr, 'v'},
                               {nullptr, 0, nullptr, 0}};
-  Options options;
+  ImportOptions options;
   for (int found = 0; (found = getopt_long(count, arguments, "", known, nullptr)) != -1;) {
     if (found == 't') options.zone = zoneFrom(optarg);
     if (found == 'f') options.replaces = true;
@@ -95,49 +80,14 @@ Options optionsFrom(int count, char** arguments) {
   return options;
 }
 
-std::optional<struct stat> statusOf(const std::string& path) {
-  struct stat status {};
-  if (stat(path.c_str(), &status) == 0) return status;
-  if (errno == ENOENT) return std::nullopt;
-  failBySystem(path);
-}
-
-// What would fail at the end of a long run fails at its beginning.
-void checkFiles(const Options& options) {
-  if (options.store.empty() || options.store.ends_with('/'))
-    throw ImportFailure(options.store + ": is not the name of a file");
-  const std::optional<struct stat> store = statusOf(options.store);
-  if (store.has_value() && !options.replaces)
-    throw ImportFailure(options.store + ": exists; --force replaces it");
-  if (store.has_value() && !S_ISREG(store->st_mode))
-    throw ImportFailure(options.store + ": is not a file that can be replaced");
-  for (const std::string& path : options.exports) {
-    const std::optional<struct stat> status = statusOf(path);
-    if (!status.has_value()) failBySystem(path, ENOENT);
-    if (store.has_value() && status->st_dev == store->st_dev && status->st_ino == store->st_ino)
-      throw ImportFailure(options.store + ": is one of the exports");
-  }
-}
-
-void import(const Options& options, Report& report) {
-  checkFiles(options);
-  Spool spool(options.store);
-  Import import{options.zone, report, spool};
-  for (const std::string& path : options.exports) {
-    Descriptor file = Descriptor::openToRead(path);
-    readExport(file, import);
-  }
-  report.totals(writeStore(import, options.store, options.replaces));
-}
-
 }  // namespace
 
 int main(int count, char** arguments) {
   platform::prepareProcess();
-  const Options options = optionsFrom(count, arguments);
+  const ImportOptions options = optionsFrom(count, arguments);
   Report report;
   try {
-    import(options, report);
+    report.totals(importExports(options, report));
     return made;
   } catch (const ImportFailure& failure) {
     report.failure(failure.what());

@@ -63,16 +63,11 @@ std::string folderOf(const std::string& path) {
 }
 
 // Makes a file in the folder of `target`, whose name comes into `path`.
-int openBeside(const std::string& target, std::string& path) {
+int openRemovedAtEnd(const std::string& target, std::string& path) {
+  const SignalsBlocked blocked;
   path = folderOf(target) + ".import-dxl-XXXXXX";
   const int opened = mkostemp(path.data(), O_CLOEXEC);
   if (opened < 0) failBySystem(target);
-  return opened;
-}
-
-int openRemovedAtEnd(const std::string& target, std::string& path) {
-  const SignalsBlocked blocked;
-  const int opened = openBeside(target, path);
   removedAtEnd = path.c_str();
   handleSignals();
   return opened;
@@ -96,23 +91,16 @@ void syncFolderOf(const std::string& target) {
 
 }  // namespace
 
-Descriptor openUnlisted(const std::string& target) {
-  const SignalsBlocked blocked;
-  std::string path;
-  const int opened = openBeside(target, path);
-  unlink(path.c_str());
-  return Descriptor(opened, target);
-}
-
 NewFile::NewFile(std::string target)
-    : target_(std::move(target)), file_(openRemovedAtEnd(target_, path_), target_) {
+    : target_(std::move(target)), opened_(openRemovedAtEnd(target_, path_)) {
   // As a file that is made under its own name.
   const mode_t mask = umask(0);
   umask(mask);
-  fchmod(file_.number(), 0666 & ~mask);
+  fchmod(opened_, 0666 & ~mask);
 }
 
 NewFile::~NewFile() {
+  close(opened_);
   const SignalsBlocked blocked;
   removedAtEnd = nullptr;
   if (!path_.empty()) unlink(path_.c_str());
@@ -120,14 +108,23 @@ NewFile::~NewFile() {
 
 void NewFile::write(std::string_view bytes) {
   pending_ += bytes;
-  if (pending_.size() < pieceSize) return;
-  file_.write(pending_);
+  if (pending_.size() >= pieceSize) flush();
+}
+
+void NewFile::flush() {
+  for (std::string_view rest = pending_; !rest.empty();) {
+    const ssize_t count = ::write(opened_, rest.data(), rest.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) failBySystem(target_);
+    if (count == 0) failBySystem(target_, ENOSPC);
+    rest.remove_prefix(static_cast<std::size_t>(count));
+  }
   pending_.clear();
 }
 
 void NewFile::publish(bool replaces) {
-  file_.write(pending_);
-  file_.sync();
+  flush();
+  if (fsync(opened_) != 0) failBySystem(target_);
   const SignalsBlocked blocked;
   const int result = replaces ? std::rename(path_.c_str(), target_.c_str())
                               : renameToNew(path_.c_str(), target_.c_str());

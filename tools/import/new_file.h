@@ -4,12 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "import/descriptor.h"
-
 namespace dxl {
-
-/// Opens a file in the folder of `target` that no folder lists: it is gone when it is closed.
-Descriptor openUnlisted(const std::string& target);
 
 /// A file beside its target until it takes its place. It is removed if it does not, also where a
 /// signal ends the process. There is one at a time.
@@ -28,9 +23,11 @@ class NewFile {
   void publish(bool replaces);
 
  private:
+  void flush();
+
   std::string target_;
   std::string path_;
-  Descriptor file_;
+  int opened_;
   std::string pending_;
 };
 

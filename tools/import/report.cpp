@@ -47,10 +47,8 @@ void Report::profileFormLeftOut(std::uint32_t id) {
 
 void Report::progress(std::string_view file, std::uint64_t done, std::uint64_t size) {
   if (!isTerminal_) return;
-  constexpr std::uint64_t mebibyte = std::uint64_t{1} << 20U;
-  std::string text = inOneLine(file) + ": ";
-  text += size != 0 ? std::to_string(std::min(done, size) * 100 / size) + " %"
-                    : std::to_string(done / mebibyte) + " MiB";
+  std::string text =
+      inOneLine(file) + ": " + std::to_string(std::min(done, size) * 100 / size) + " %";
   if (text == progress_) return;
   clearProgress();
   writeOut(pending_);

@@ -27,7 +27,7 @@ class Report {
   void itemLeftOut(std::uint32_t id, std::string_view name, std::string_view type);
   void profileFormLeftOut(std::uint32_t id);
 
-  /// How much of a file is read, for a person to see; `size` is 0 where it is not known.
+  /// How much of a file is read, for a person to see; `size` is more than 0.
   void progress(std::string_view file, std::uint64_t done, std::uint64_t size);
 
   void totals(const Totals& totals);

@@ -41,7 +41,7 @@ bool refersToEntity(std::string_view tag) {
 
 class XmlReader {
  public:
-  XmlReader(Descriptor& file, ElementHandler& handler);
+  XmlReader(ExportFile& file, ElementHandler& handler);
 
   void read(const std::function<void(std::uint64_t)>& progress);
 
@@ -78,7 +78,7 @@ class XmlReader {
   void parse(std::size_t size, bool isLast);
   std::size_t unfinished() const;
 
-  Descriptor& file_;
+  ExportFile& file_;
   ElementHandler& handler_;
   std::unique_ptr<XML_ParserStruct, Free> parser_;
   Encoding encoding_;
@@ -88,7 +88,7 @@ class XmlReader {
   std::uint64_t failureLine_ = 0;
 };
 
-XmlReader::XmlReader(Descriptor& file, ElementHandler& handler)
+XmlReader::XmlReader(ExportFile& file, ElementHandler& handler)
     : file_(file), handler_(handler), parser_(XML_ParserCreateNS(nullptr, separator)) {
   if (!parser_) throw std::bad_alloc();
   XML_SetUserData(parser_.get(), this);
@@ -190,18 +190,25 @@ std::size_t XmlReader::unfinished() const {
 
 }  // namespace
 
-std::string_view Element::attribute(std::string_view wanted) const {
+const char* Element::find(std::string_view wanted) const {
   for (const char* const* at = attributes; *at != nullptr; at += 2)
     if (*at == wanted) return at[1];
-  return {};
+  return nullptr;
 }
 
-void readXml(Descriptor& file, ElementHandler& handler,
+std::string_view Element::attribute(std::string_view wanted) const {
+  const char* const value = find(wanted);
+  return value == nullptr ? std::string_view() : value;
+}
+
+void readXml(ExportFile& file, ElementHandler& handler,
              const std::function<void(std::uint64_t)>& progress) {
   XmlReader reader(file, handler);
   try {
     reader.read(progress);
+    file.requireUnchanged();
   } catch (const Flaw& flaw) {
+    file.requireUnchanged();
     throw ImportFailure(file.path() + ':' + std::to_string(reader.line()) + ": " + flaw.what());
   }
 }

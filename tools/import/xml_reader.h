@@ -5,7 +5,7 @@
 #include <functional>
 #include <string_view>
 
-#include "import/descriptor.h"
+#include "import/export_file.h"
 
 namespace dxl {
 
@@ -20,7 +20,10 @@ struct Element {
 
   bool is(std::string_view wanted) const { return isOfExports && name == wanted; }
 
-  /// Empty if there is none of that name.
+  /// The value of an attribute, or null if there is none.
+  const char* find(std::string_view wanted) const;
+
+  /// The value of an attribute, empty if there is none: for those where both mean the same.
   std::string_view attribute(std::string_view wanted) const;
 };
 
@@ -35,8 +38,8 @@ class ElementHandler {
 };
 
 /// Reads a file to its end and says after each piece how many bytes are done. Throws ImportFailure,
-/// with file and line also for a Flaw of the handler.
-void readXml(Descriptor& file, ElementHandler& handler,
+/// with file and line also for a Flaw of the handler, and for a file that changes meanwhile.
+void readXml(ExportFile& file, ElementHandler& handler,
              const std::function<void(std::uint64_t)>& progress);
 
 }  // namespace dxl

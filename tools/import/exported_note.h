@@ -1,4 +1,4 @@
-// One note of an export: its items as the members of a line of a store.
+// One note of an export as a store has it.
 #pragma once
 
 #include <chrono>
@@ -8,23 +8,22 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
-#include <utility>
 #include <vector>
 
 #include "import/item_reader.h"
 #include "import/report.h"
-#include "import/spool.h"
 #include "import/xml_reader.h"
+#include "store/note.h"
 
 namespace dxl {
 
 enum class NoteKind { document, profile, rawDocument };
 
-class NoteReader {
+class ExportedNote {
  public:
-  /// Begins a note with its element; items that are left out are reported. Throws Flaw for a
-  /// profile without a name.
-  NoteReader(NoteKind kind, const Element& element, std::chrono::hours zone, Report& report);
+  /// Begins a note with its element. Items that are left out are reported, unless `report` is null.
+  /// Throws Flaw for a profile without a name.
+  ExportedNote(NoteKind kind, const Element& element, std::chrono::hours zone, Report* report);
 
   /// Elements and texts within the note; `level` is that of the element, from 1, and of a text that
   /// of the element around it. All throw Flaw.
@@ -32,8 +31,11 @@ class NoteReader {
   void text(int level, std::string_view part);
   void end(int level);
 
-  /// Ends the note; nothing if it is left out as a whole, as a profile in the form of a document.
-  std::optional<SpooledNote> finish();
+  /// Ends the note; null if it is left out as a whole, as a profile in the form of a document. The
+  /// id of a note without one is 0.
+  store::Note* finish();
+
+  std::uint64_t itemsLeftOut() const { return itemsLeftOut_; }
 
  private:
   struct LeftOut {
@@ -44,22 +46,20 @@ class NoteReader {
   void beginProfile(const Element& element);
   void count(std::size_t bytes);
   void beginItem(std::string_view name);
-  void finishItem();
-  void keep(const std::string& name, const std::string& json, std::size_t bytes);
-  void leaveOut(std::string name, std::string type);
+  void keep(const std::string& name, store::ItemValue value);
+  void leaveOut(const std::string& name, std::string type);
   void reportLeftOut();
 
   NoteKind kind_;
-  Report& report_;
-  ItemReader item_;
-  bool isInItem_ = false;
+  std::chrono::hours zone_;
+  Report* report_;
+  std::optional<ItemReader> item_;
   bool hasNoteInfo_ = false;
   bool isProfileInNoteForm_ = false;
-  SpooledNote note_;
-  std::string form_;   // the member of the form, which is the first of the items
-  std::string items_;  // the other members
+  store::Note note_;
   std::unordered_set<std::string> keptNames_;
   std::size_t bytes_ = 0;  // of names and texts that are kept
+  std::uint64_t itemsLeftOut_ = 0;
   std::vector<LeftOut> leftOut_;
   std::size_t leftOutBytes_ = 0;
 };
