@@ -31,11 +31,6 @@ ExportFile::ExportFile(const std::string& path) : ExportFile(openToRead(path), p
   state_ = currentState();
 }
 
-ExportFile::ExportFile(const std::string& path, const store::FileState& state) : ExportFile(path) {
-  state_ = state;
-  requireUnchanged();
-}
-
 ExportFile::~ExportFile() { close(opened_); }
 
 store::FileState ExportFile::currentState() const {
@@ -64,8 +59,8 @@ std::size_t ExportFile::read(char* buffer, std::size_t size) {
   return done;
 }
 
-void ExportFile::requireUnchanged() const {
-  if (currentState() != state_) throw ImportFailure(path_ + ": has changed while it was read");
+void ExportFile::requireState(const store::FileState& state) const {
+  if (currentState() != state) throw ImportFailure(path_ + ": has changed while it was read");
 }
 
 }  // namespace dxl

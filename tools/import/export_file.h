@@ -15,23 +15,20 @@ class ExportFile {
   /// Opens a plain file, and waits for nobody. All functions throw ImportFailure, which names it.
   explicit ExportFile(const std::string& path);
 
-  /// Opens a file that was in `state` when it was opened first, and has to be so still.
-  ExportFile(const std::string& path, const store::FileState& state);
-
   ExportFile(const ExportFile&) = delete;
   ExportFile& operator=(const ExportFile&) = delete;
   ~ExportFile();
 
   const std::string& path() const { return path_; }
 
-  /// The state when it was opened first.
+  /// The state when it was opened.
   const store::FileState& state() const { return state_; }
 
   /// Fills the buffer, as far as the file goes, and gives the number of bytes read.
   std::size_t read(char* buffer, std::size_t size);
 
-  /// Fails if the file is not in its state any more.
-  void requireUnchanged() const;
+  /// Fails if the file is in another state now.
+  void requireState(const store::FileState& state) const;
 
  private:
   ExportFile(int opened, std::string path) : opened_(opened), path_(std::move(path)) {}

@@ -78,7 +78,8 @@ class Import {
   Reading readAll(Report* leftOut, std::function<bool(store::Note&)> take) {
     Reading reading{options_.zone, leftOut, std::move(take)};
     for (std::size_t i = 0; i < states_.size(); ++i) {
-      ExportFile file(options_.exports[i], states_[i]);
+      ExportFile file(options_.exports[i]);
+      file.requireState(states_[i]);
       readExport(file, reading, report_);
     }
     return reading;

@@ -1,18 +1,18 @@
 // import-dxl: makes a store of the stand-in library of XML exports of databases.
 #include <getopt.h>
 
-#include <charconv>
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "import/import.h"
 #include "import/report.h"
 #include "platform/process.h"
-#include "store/letters.h"
+#include "store/notes_ini.h"
 
 namespace {
 
@@ -47,16 +47,11 @@ constexpr std::string_view help =
   std::exit(std::cout ? made : failed);
 }
 
-// Written as in notes.ini, whose library has the same limits.
 std::chrono::hours zoneFrom(std::string_view argument) {
-  std::string_view text = store::trimmed(argument);
-  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
-  int hours = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, hours);
-  if (error != std::errc() || stop != end || hours < -23 || hours > 23)
+  const std::optional<std::chrono::hours> zone = store::zoneFrom(argument);
+  if (!zone.has_value())
     endWithUsage("import-dxl: the zone is not a whole number from -23 to 23\n");
-  return std::chrono::hours(hours);
+  return *zone;
 }
 
 ImportOptions optionsFrom(int count, char** arguments) {

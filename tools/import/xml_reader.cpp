@@ -206,9 +206,9 @@ void readXml(ExportFile& file, ElementHandler& handler,
   XmlReader reader(file, handler);
   try {
     reader.read(progress);
-    file.requireUnchanged();
+    file.requireState(file.state());
   } catch (const Flaw& flaw) {
-    file.requireUnchanged();
+    file.requireState(file.state());
     throw ImportFailure(file.path() + ':' + std::to_string(reader.line()) + ": " + flaw.what());
   }
 }
