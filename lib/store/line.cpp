@@ -19,11 +19,16 @@ namespace store {
 namespace {
 
 // What a line says as a tree. The members of an object stand as in the text, also two of one name.
+struct Member;
 struct Json {
   using Array = std::vector<Json>;
-  using Object = std::vector<std::pair<std::string, Json>>;
+  using Object = std::vector<Member>;
 
   std::variant<std::monostate, double, std::uint64_t, std::string, Array, Object> value;
+};
+struct Member {
+  std::string name;
+  Json value;
 };
 
 // Makes the tree of what a JSON parser meets. The JSON library's own tree looks for each name among
@@ -60,7 +65,7 @@ class TreeMaker {
   bool end_object() { return close(); }
   bool end_array() { return close(); }
   bool key(const std::string& name) {
-    if (depth_ <= deepest) std::get<Json::Object>(open_.back()->value).emplace_back().first = name;
+    if (depth_ <= deepest) std::get<Json::Object>(open_.back()->value).emplace_back().name = name;
     return true;
   }
   template <typename Exception>
@@ -100,8 +105,7 @@ class TreeMaker {
   // Where the next value comes to.
   Json& place() {
     if (open_.empty()) return root_;
-    if (auto* object = std::get_if<Json::Object>(&open_.back()->value))
-      return object->back().second;
+    if (auto* object = std::get_if<Json::Object>(&open_.back()->value)) return object->back().value;
     return std::get<Json::Array>(open_.back()->value).emplace_back();
   }
 
