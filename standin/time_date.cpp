@@ -1,5 +1,6 @@
 #include "standin/time_date.h"
 
+#include "platform/clock.h"
 #include "standin/status.h"
 
 namespace standin {
@@ -28,7 +29,9 @@ TIMEDATE timeDateOf(store::Moment moment) {
            static_cast<DWORD>(day.time_since_epoch().count() + julianDayOfEpoch)}};
 }
 
-TIMEDATE currentTime() { return timeDateOf(floor<store::Moment::duration>(system_clock::now())); }
+TIMEDATE currentTime() {
+  return timeDateOf(store::Moment(store::Moment::duration(platform::currentHundredths())));
+}
 
 void fillLocalParts(TIME& time, hours zone) {
   const store::Moment local = momentOf(time.GM) - zone;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <ctime>
 
 namespace platform {
 
@@ -13,9 +12,5 @@ void prepareProcess();
 
 std::uint32_t processNumber();
 std::uint32_t threadNumber();
-
-/// The present moment in seconds since 1970, and a moment in the zone of the process.
-std::int64_t currentTime();
-std::tm localTime(std::int64_t moment);
 
 }  // namespace platform

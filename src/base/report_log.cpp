@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "platform/clock.h"
 #include "platform/console.h"
 #include "platform/process.h"
 

@@ -1,7 +1,6 @@
 #include "configuration/sender_filter_cache.h"
 
 #include <algorithm>
-#include <chrono>
 #include <string_view>
 #include <utility>
 
@@ -10,6 +9,7 @@
 #include "notes/formula_search.h"
 #include "notes/nsf_db_connection.h"
 #include "notes/nsf_note.h"
+#include "platform/clock.h"
 
 namespace configuration {
 namespace {
@@ -60,8 +60,7 @@ std::u16string described(std::u16string text, NUMBER number, const char16_t* fir
 }  // namespace
 
 void SenderFilterCache::refresh(bool& reloaded) {
-  using std::chrono::system_clock;
-  refresh(reloaded, system_clock::to_time_t(system_clock::now()));
+  refresh(reloaded, platform::currentTime());
 }
 
 void SenderFilterCache::refresh(bool& reloaded, std::int64_t now) {

@@ -1,13 +1,13 @@
 #include "configuration/vrx_configuration.h"
 
 #include <algorithm>
-#include <chrono>
 
 #include "base/text.h"
 #include "notes/api.h"
 #include "notes/domino_api_tools.h"
 #include "notes/formula_search.h"
 #include "notes/nsf_db_connection.h"
+#include "platform/clock.h"
 
 namespace configuration {
 namespace {
@@ -105,8 +105,7 @@ void VRXConfiguration::setTexts() {
 }
 
 void VRXConfiguration::refresh(bool& reloaded) {
-  using std::chrono::system_clock;
-  refresh(reloaded, system_clock::to_time_t(system_clock::now()));
+  refresh(reloaded, platform::currentTime());
 }
 
 void VRXConfiguration::refresh(bool& reloaded, std::int64_t now) {

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <optional>
 
-#include "offline/export_path.h"
+#include "import/import.h"
 #include "offline/messages.h"
 #include "offline/program_texts.h"
 #include "store/letters.h"
+#include "store/notes_ini.h"
 
 namespace offline {
 namespace {
@@ -29,7 +30,7 @@ std::string nameOfFile(const std::filesystem::path& file) {
 
 // Blanks at either end would not come through the list in notes.ini.
 std::string storeName(const std::filesystem::path& exported) {
-  const std::optional<std::string> path = pathOfExport(exported);
+  const std::optional<std::string> path = dxl::pathOfExport(exported.string());
   const std::string name(
       store::trimmed(path.has_value() ? std::string(lastPart(*path)) : nameOfFile(exported)));
   constexpr std::size_t longest = 255;
@@ -40,7 +41,7 @@ std::string storeName(const std::filesystem::path& exported) {
   if (name.empty() || name == "." || name == "..") refuse("which is no name of a file");
   if (name.find(',') != std::string::npos) refuse("and a comma separates names in notes.ini");
   if (hasControl(name)) refuse("which holds a control character");
-  std::string store = withExtension(name);
+  std::string store = store::fileOfBook(name);
   if (store.size() > longest) refuse("which is longer than the system takes");
   if (store::equalNames(store, configurationStore))
     refuse("which is the name of the configuration");
@@ -63,13 +64,6 @@ std::vector<AddressBook> nameBooks(const std::vector<std::filesystem::path>& exp
     books.push_back(std::move(book));
   }
   return books;
-}
-
-std::string withExtension(std::string_view book) {
-  constexpr std::string_view extension = ".nsf";
-  std::string name(book);
-  if (!store::lowered(name).ends_with(extension)) name += extension;
-  return name;
 }
 
 }  // namespace offline

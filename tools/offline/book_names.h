@@ -18,7 +18,4 @@ struct AddressBook {
 /// that gives a name that no book can have, that of the configuration, or that of another book.
 std::vector<AddressBook> nameBooks(const std::vector<std::filesystem::path>& exports);
 
-/// A name of a book with ".nsf" behind it, unless it has that in letters of either case.
-std::string withExtension(std::string_view book);
-
 }  // namespace offline

@@ -6,29 +6,22 @@
 #include "store/letters.h"
 
 namespace offline {
-namespace {
-
-// A replica id that is none counts as missing, as in an import.
-std::string replicaIdFrom(const std::string& text) {
-  constexpr std::size_t size = 16;
-  const bool isOne =
-      text.size() == size && text.find_first_not_of("0123456789ABCDEFabcdef") == std::string::npos;
-  return isOne ? text : std::string(size, '0');
-}
-
-}  // namespace
-
-Configuration readConfiguration(const std::filesystem::path& store) {
+Configuration readConfiguration(const std::filesystem::path& file) {
   Configuration configuration;
-  visitNotes(store, [&configuration](const StoredNote& note) {
-    if (store::equalNames(note.profile, "qbserverprofile") && !note.user.empty())
-      configuration.servers.push_back(note.user);
-    if (!note.profile.empty() || store::lowered(note.text("form")) != "qbprofile") return;
-    const std::string& path = note.text("filepath");
-    if (path.empty()) return;
+  visitNotes(file, [&configuration](const store::Note& note) {
+    if (note.profile.has_value()) {
+      const auto& [profile, user] = *note.profile;
+      if (store::equalNames(profile, "qbserverprofile") && !user.empty())
+        configuration.servers.push_back(user);
+      return;
+    }
+    const std::string& path = textOf(note, "filepath");
+    if (path.empty() || !store::equalNames(textOf(note, "form"), "qbprofile")) return;
+    // A replica id that is none counts as missing, as in an import.
     configuration.recipients.try_emplace(
-        recipientKey(note.text("server"), path),
-        MailDatabase{note.text("name"), replicaIdFrom(note.text("replicaid"))});
+        recipientKey(textOf(note, "server"), path),
+        store::DatabaseInfo{textOf(note, "name"),
+                            store::replicaIdFrom(textOf(note, "replicaid")).value_or(0)});
   });
   return configuration;
 }

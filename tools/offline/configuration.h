@@ -8,23 +8,19 @@
 #include <unordered_map>
 #include <vector>
 
+#include "store/line.h"
+
 namespace offline {
 
-/// The mail file of a recipient.
-struct MailDatabase {
-  std::string title;
-  std::string replicaId;
-};
-
-/// Mail files by server and path, as recipientKey gives them.
-using Recipients = std::unordered_map<std::string, MailDatabase>;
+/// What is known of the mail files of recipients, by server and path as recipientKey gives them.
+using Recipients = std::unordered_map<std::string, store::DatabaseInfo>;
 
 struct Configuration {
   std::vector<std::string> servers;  // the users of the server profiles, none of them empty
   Recipients recipients;
 };
 
-Configuration readConfiguration(const std::filesystem::path& store);
+Configuration readConfiguration(const std::filesystem::path& file);
 
 /// Equal for paths that lead to the same file of the same server, without regard to the case of
 /// ASCII letters and to the two separators.

@@ -24,12 +24,6 @@ std::ifstream openToRead(const std::filesystem::path& file) {
   return input;
 }
 
-int readPiece(std::ifstream& input, const std::filesystem::path& file, char* bytes, int size) {
-  input.read(bytes, size);
-  if (input.bad()) fail("cannot read", file, EIO);
-  return static_cast<int>(input.gcount());
-}
-
 std::string contentOf(const std::filesystem::path& file) {
   std::ifstream input = openToRead(file);
   std::string content(std::istreambuf_iterator<char>(input), {});

@@ -11,9 +11,6 @@ namespace offline {
 /// Throws std::filesystem::filesystem_error, as all here do; also for what is no plain file.
 std::ifstream openToRead(const std::filesystem::path& file);
 
-/// Reads up to `size` bytes and gives their number; fewer only at the end of the file.
-int readPiece(std::ifstream& input, const std::filesystem::path& file, char* bytes, int size);
-
 std::string contentOf(const std::filesystem::path& file);
 
 /// Writes a file that is not there yet.

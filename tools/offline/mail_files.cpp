@@ -39,7 +39,7 @@ bool refusesThePath(const std::error_code& error) {
   return std::ranges::any_of(codes, [&error](std::errc code) { return error == code; });
 }
 
-void layOut(const std::vector<std::string>& parts, const MailDatabase& database,
+void layOut(const std::vector<std::string>& parts, const store::DatabaseInfo& database,
             const fs::path& data) {
   fs::path file = data;
   for (std::size_t at = 0; at + 1 < parts.size(); ++at) {
@@ -47,10 +47,11 @@ void layOut(const std::vector<std::string>& parts, const MailDatabase& database,
     fs::create_directory(file);
   }
   file /= parts.back();
-  if (!fs::exists(file)) writeNewFile(file, databaseLine(database.title, database.replicaId));
+  if (!fs::exists(file)) writeNewFile(file, store::databaseLine(database));
 }
 
-void layOutOrWarn(const std::string& path, const MailDatabase* database, const fs::path& data) {
+void layOutOrWarn(const std::string& path, const store::DatabaseInfo* database,
+                  const fs::path& data) {
   const auto parts = partsWithin(path);
   if (!parts) {
     warn("the mail file " + path + " is passed over: its path leaves the data folder");
@@ -69,11 +70,11 @@ void layOutOrWarn(const std::string& path, const MailDatabase* database, const f
 
 void layOutMailFiles(const fs::path& book, const std::string& server, const Recipients& recipients,
                      const fs::path& data) {
-  visitNotes(book, [&](const StoredNote& note) {
-    const std::string& type = note.text("type");
-    const std::string& path = note.text("mailfile");
-    if (!note.profile.empty() || (type != "Person" && type != "Database")) return;
-    if (path.empty() || !store::equalNames(note.text("mailserver"), server)) return;
+  visitNotes(book, [&](const store::Note& note) {
+    const std::string& type = textOf(note, "type");
+    const std::string& path = textOf(note, "mailfile");
+    if (note.profile.has_value() || (type != "Person" && type != "Database")) return;
+    if (path.empty() || !store::equalNames(textOf(note, "mailserver"), server)) return;
     const auto found = recipients.find(recipientKey(server, path));
     layOutOrWarn(completeMailPath(path), found == recipients.end() ? nullptr : &found->second,
                  data);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "import/import.h"
 #include "offline/book_names.h"
 #include "offline/configuration.h"
 #include "offline/files.h"
@@ -12,36 +13,27 @@
 #include "offline/programs.h"
 #include "offline/server_folder.h"
 #include "offline/settings.h"
-#include "offline/time_zone.h"
 #include "store/letters.h"
+#include "store/notes_ini.h"
 
 namespace offline {
 namespace {
 
 namespace fs = std::filesystem;
 
-int chooseZone(const Options& options, const Settings& settings) {
-  if (options.timezone) return *options.timezone;
+std::chrono::hours chooseZone(const Options& options, const Settings& settings) {
+  if (options.zone) return *options.zone;
   const std::string text = settings.value("Timezone");
-  const std::optional<int> zone = readTimezone(text);
+  if (text.empty()) return {};
+  const auto zone = store::zoneFrom(text);
   if (!zone) warn("the Timezone of notes.ini is none, and 0 is taken: " + text);
-  return zone.value_or(0);
+  return zone.value_or(std::chrono::hours());
 }
 
-// A path that begins like an option would be taken for one.
-std::string argumentOf(const fs::path& file) {
-  return (file.string().starts_with('-') ? "." / file : file).string();
-}
-
-void importExport(const Programs& programs, int zone, const fs::path& exported,
-                  const fs::path& store) {
+void importExport(std::chrono::hours zone, const fs::path& exported, const fs::path& store) {
   tell(exported.string() + " -> " + store.filename().string());
-  const int status = runProgram({programs.import.string(), "--timezone", std::to_string(zone),
-                                 argumentOf(exported), store.string()});
-  if (status != 0) {
-    throw Failed("the import of " + exported.string() + " failed with exit status " +
-                 std::to_string(status));
-  }
+  dxl::Report report;
+  report.totals(dxl::importExports({zone, false, {exported.string()}, store.string()}, report));
 }
 
 std::string onlyServer(const std::vector<std::string>& servers) {
@@ -86,7 +78,7 @@ void runDiagnostics(const Programs& programs, const ServerFolder& folder) {
 void makeReport(const Options& options) {
   const Programs programs = findPrograms();
   const Settings settings = options.notesIni ? Settings::read(*options.notesIni) : Settings();
-  const int zone = chooseZone(options, settings);
+  const std::chrono::hours zone = chooseZone(options, settings);
   const ServerFolder folder(options.into);
   const std::vector<AddressBook> books = nameBooks(options.addressBooks);
   openToRead(options.configuration);  // what is not there shows before anything is laid out
@@ -94,16 +86,16 @@ void makeReport(const Options& options) {
   folder.create();
   fs::copy_file(programs.library, folder.program() / "nnotes.dll");
   const fs::path configurationFile = folder.data() / configurationStore;
-  importExport(programs, zone, options.configuration, configurationFile);
+  importExport(zone, options.configuration, configurationFile);
   for (const AddressBook& book : books)
-    importExport(programs, zone, book.exported, folder.data() / book.store);
+    importExport(zone, book.exported, folder.data() / book.store);
 
   const Configuration configuration = readConfiguration(configurationFile);
   const std::string server = chooseServer(options, settings, configuration.servers);
   writeNewFile(folder.program() / "notes.ini",
                settings.textWith({{"NotesProgram", folder.program().string()},
                                   {"Directory", folder.data().string()},
-                                  {"Timezone", std::to_string(zone)},
+                                  {"Timezone", std::to_string(zone.count())},
                                   {"ServerName", server},
                                   {"Names", listOfBooks(settings.value("Names"), books)}}));
   for (const AddressBook& book : books)

@@ -6,7 +6,7 @@
 #include <iostream>
 
 #include "offline/program_texts.h"
-#include "offline/time_zone.h"
+#include "store/notes_ini.h"
 
 namespace offline {
 namespace {
@@ -31,11 +31,9 @@ std::string serverFrom(const std::string& text) {
   return text;
 }
 
-int timezoneFrom(const std::string& text) {
-  const std::optional<int> zone = readTimezone(text);
-  if (text.empty() || !zone) {
-    throw WrongUsage("--timezone takes whole hours west of GMT, from -23 to 23");
-  }
+std::chrono::hours zoneFrom(const std::string& text) {
+  const auto zone = store::zoneFrom(text);
+  if (!zone) throw WrongUsage("--timezone takes whole hours west of GMT, from -23 to 23");
   return *zone;
 }
 
@@ -51,7 +49,7 @@ void take(Options& options, int letter, const std::string& value) {
       options.server = serverFrom(value);
       break;
     case timezoneOption:
-      options.timezone = timezoneFrom(value);
+      options.zone = zoneFrom(value);
       break;
     default:
       break;

@@ -1,6 +1,7 @@
 // The command line.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
@@ -13,7 +14,7 @@ struct Options {
   std::filesystem::path into;
   std::optional<std::filesystem::path> notesIni;
   std::optional<std::string> server;
-  std::optional<int> timezone;  // whole hours west of GMT
+  std::optional<std::chrono::hours> zone;  // west of GMT
   std::filesystem::path configuration;
   std::vector<std::filesystem::path> addressBooks;
 };

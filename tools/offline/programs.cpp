@@ -16,11 +16,10 @@ namespace fs = std::filesystem;
 
 Programs findPrograms() {
   const fs::path folder = fs::read_symlink("/proc/self/exe").parent_path();
-  Programs programs = {folder / "import-dxl", folder / "qbdiagnostics",
-                       folder / "standin/nnotes.dll"};
+  Programs programs = {folder / "qbdiagnostics", folder / "standin/nnotes.dll"};
   if (!fs::exists(programs.library))
     programs.library = folder.parent_path() / "lib/qbdiagnostics/standin/nnotes.dll";
-  for (const fs::path& file : {programs.import, programs.diagnostics, programs.library}) {
+  for (const fs::path& file : {programs.diagnostics, programs.library}) {
     if (!fs::exists(file)) throw Failed("a part of this program is missing: " + file.string());
   }
   return programs;

@@ -8,7 +8,6 @@
 namespace offline {
 
 struct Programs {
-  std::filesystem::path import;
   std::filesystem::path diagnostics;
   std::filesystem::path library;  // the stand-in Notes library
 };

@@ -74,14 +74,12 @@ std::string listOfBooks(std::string_view names, const std::vector<AddressBook>& 
   const auto add = [&list](std::string_view entry) {
     list.append(list.empty() ? "" : ",").append(entry);
   };
-  while (!names.empty()) {
-    const std::string_view entry = store::trimmed(names.substr(0, names.find(',')));
-    names.remove_prefix(std::min(names.find(','), names.size() - 1) + 1);
-    const std::string file = withExtension(entry);
+  for (const std::string_view entry : store::booksFrom(names)) {
+    const std::string file = store::fileOfBook(entry);
     const auto book = std::ranges::find_if(books, [&file](const AddressBook& candidate) {
       return store::equalNames(candidate.store, file);
     });
-    if (entry.empty() || book == books.end()) continue;
+    if (book == books.end()) continue;
     // The system here may tell the letters of the two cases apart.
     add(file == book->store ? entry : std::string_view(book->store));
     listed.insert(book->store);

@@ -1,44 +1,29 @@
 #include "offline/stored_notes.h"
 
-#include <nlohmann/json.hpp>
+#include <optional>
 
 #include "offline/files.h"
-#include "store/letters.h"
+#include "offline/messages.h"
+#include "store/line.h"
 
 namespace offline {
-namespace {
-
-using Json = nlohmann::ordered_json;
-
-StoredNote noteFrom(const Json& line) {
-  StoredNote note;
-  note.profile = line.value("profile", "");
-  note.user = line.value("user", "");
-  for (const auto& [name, value] : line.at("items").items()) {
-    if (value.is_string()) note.texts.emplace(store::lowered(name), value.get<std::string>());
-  }
-  return note;
-}
-
-}  // namespace
-
-const std::string& StoredNote::text(const std::string& name) const {
-  static const std::string none;
-  const auto found = texts.find(name);
-  return found == texts.end() ? none : found->second;
-}
 
 void visitNotes(const std::filesystem::path& store,
-                const std::function<void(const StoredNote&)>& visit) {
+                const std::function<void(const store::Note&)>& visit) {
   std::ifstream input = openToRead(store);
   std::string line;
   std::getline(input, line);  // that of the database
-  while (std::getline(input, line)) visit(noteFrom(Json::parse(line)));
+  while (std::getline(input, line)) {
+    const std::optional<store::Note> note = store::readNoteLine(line);
+    if (!note.has_value()) throw Failed(store.string() + ": a line is no note");
+    visit(*note);
+  }
 }
 
-std::string databaseLine(const std::string& title, const std::string& replicaId) {
-  const Json line = {{"database", {{"title", title}, {"replica", replicaId}}}};
-  return line.dump() + '\n';
+const std::string& textOf(const store::Note& note, std::string_view item) {
+  static const std::string none;
+  const auto* text = std::get_if<std::string>(note.find(item));
+  return text == nullptr ? none : *text;
 }
 
 }  // namespace offline

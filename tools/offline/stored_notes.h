@@ -8,25 +8,16 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+
+#include "store/note.h"
 
 namespace offline {
 
-struct StoredNote {
-  std::string profile;                                 // empty for a document
-  std::string user;                                    // of a profile
-  std::unordered_map<std::string, std::string> texts;  // by name in small letters
-
-  /// The text of an item; empty if there is none or the item is no text. `name` has small letters.
-  const std::string& text(const std::string& name) const;
-};
-
-/// Throws std::filesystem::filesystem_error, and what the JSON library throws for a line that is no
-/// note.
+/// Throws std::filesystem::filesystem_error, and Failed for a line that is no note.
 void visitNotes(const std::filesystem::path& store,
-                const std::function<void(const StoredNote&)>& visit);
+                const std::function<void(const store::Note&)>& visit);
 
-/// The line that describes a database in its store, with its line feed.
-std::string databaseLine(const std::string& title, const std::string& replicaId);
+/// The text of an item; empty if there is none or the item is no text.
+const std::string& textOf(const store::Note& note, std::string_view item);
 
 }  // namespace offline

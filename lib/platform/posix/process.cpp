@@ -32,13 +32,4 @@ std::uint32_t processNumber() { return static_cast<std::uint32_t>(::getpid()); }
 
 std::uint32_t threadNumber() { return static_cast<std::uint32_t>(::gettid()); }
 
-std::int64_t currentTime() { return std::time(nullptr); }
-
-std::tm localTime(std::int64_t moment) {
-  const std::time_t seconds = moment;
-  std::tm parts{};
-  ::localtime_r(&seconds, &parts);
-  return parts;
-}
-
 }  // namespace platform
