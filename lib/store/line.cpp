@@ -21,18 +21,12 @@ namespace {
 // What a line says as a tree. The members of an object stand as in the text, also two of one name.
 struct Member;
 struct Json {
-  struct Member;
   using Array = std::vector<Json>;
   using Object = std::vector<Member>;
 
   std::variant<std::monostate, double, std::uint64_t, std::string, Array, Object> value;
 };
 struct Member {
-  std::string name;
-  Json value;
-};
-
-struct Json::Member {
   std::string name;
   Json value;
 };
