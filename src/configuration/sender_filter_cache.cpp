@@ -59,9 +59,7 @@ std::u16string described(std::u16string text, NUMBER number, const char16_t* fir
 
 }  // namespace
 
-void SenderFilterCache::refresh(bool& reloaded) {
-  refresh(reloaded, platform::currentTime());
-}
+void SenderFilterCache::refresh(bool& reloaded) { refresh(reloaded, platform::currentTime()); }
 
 void SenderFilterCache::refresh(bool& reloaded, std::int64_t now) {
   reloaded = false;

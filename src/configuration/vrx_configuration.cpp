@@ -104,9 +104,7 @@ void VRXConfiguration::setTexts() {
   logExtension = u".log";
 }
 
-void VRXConfiguration::refresh(bool& reloaded) {
-  refresh(reloaded, platform::currentTime());
-}
+void VRXConfiguration::refresh(bool& reloaded) { refresh(reloaded, platform::currentTime()); }
 
 void VRXConfiguration::refresh(bool& reloaded, std::int64_t now) {
   reloaded = false;

@@ -69,7 +69,11 @@ void ItemReader::appendNumbered(std::string_view digits) {
 
 void ItemReader::end(int level) {
   if (kind_ != Kind::textList || level != 2 || values_ != 1 || !isWanted()) return;
-  if (bytes_ <= mostBytes_) list_.push_back(std::exchange(text_, {}));
+  bytes_ += 2;  // so that empty entries have an end as well
+  if (bytes_ <= mostBytes_)
+    list_.push_back(std::exchange(text_, {}));
+  else
+    list_ = {};
 }
 
 ItemOutcome ItemReader::finish() {

@@ -6,8 +6,8 @@ std::int64_t currentTime() { return std::time(nullptr); }
 
 std::int64_t currentHundredths() {
   constexpr std::int64_t nanoseconds = 10'000'000;  // of one
-  std::timespec now{};
-  std::timespec_get(&now, TIME_UTC);
+  timespec now{};
+  ::clock_gettime(CLOCK_REALTIME, &now);
   return std::int64_t{now.tv_sec} * 100 + now.tv_nsec / nanoseconds;
 }
 
