@@ -4,9 +4,9 @@
 #include <string_view>
 #include <utility>
 
-#include "notes/api.h"
 #include "notes/domino_api_tools.h"
 #include "notes/formula_search.h"
+#include "notes/note_handles.h"
 #include "notes/nsf_db_connection.h"
 #include "notes/nsf_note.h"
 #include "platform/clock.h"
@@ -69,44 +69,28 @@ void SenderFilterCache::refresh(bool& reloaded, std::int64_t now) {
   reloaded = true;
 }
 
+// What a search has found stays in order, however it ends.
 void SenderFilterCache::load() {
+  const auto failure = [this](const char16_t* prefix, const base::Error& error) {
+    putInOrder();
+    return SenderFilterCacheError(prefix + error.message());
+  };
+  loadErrors_.clear();
+  filters_.clear();
   try {
-    loadErrors_.clear();
-    filters_.clear();
-    search();
-    hasErrors_ = !loadErrors_.empty();
-  } catch (const SenderFilterCacheInternalError& error) {
-    throw SenderFilterCacheError(error.message());
-  }
-}
-
-void SenderFilterCache::search() {
-  try {
-    runSearch();
+    NsfDbConnection connection(notes::configurationDatabase);
+    notes::searchNotes<DominoApiError>(connection, "SELECT @LowerCase(Form) =\"qbsenderfilter\"",
+                                       notes::AfterSearch::keep, u"Search failed",
+                                       [this](NOTEID id) { addFilter(id); });
+    connection.close();
   } catch (const DominoApiError& error) {
-    throw SenderFilterCacheInternalError(u"Could not complete search: " + error.message());
+    throw failure(u"Could not complete search: ", error);
   } catch (const NsfDbConnection::DbConnectionError& error) {
-    throw SenderFilterCacheInternalError(
-        u"Could not complete search - could not open or close database-connection: " +
-        error.message());
+    throw failure(u"Could not complete search - could not open or close database-connection: ",
+                  error);
   }
-}
-
-void SenderFilterCache::runSearch() {
-  NsfDbConnection connection(notes::configurationDatabase);
-  // The compiled formula is not freed: it stays with the library until the end of its use.
-  FORMULAHANDLE formula = 0;
-  STATUS status = notes::compileFormula("SELECT @LowerCase(Form) =\"qbsenderfilter\"", formula);
-  if (status != 0) {
-    throw DominoApiError(u"Could not compile searchFormula: " + errorText(status));
-  }
-  status = notes::searchNotes(connection.handle(), formula, nullptr, [this](NOTEID id) {
-    addFilter(id);
-    return 0;
-  });
   putInOrder();
-  if (status != 0) throw DominoApiError(u"Search failed" + errorText(status));
-  connection.close();
+  hasErrors_ = !loadErrors_.empty();
 }
 
 // Of entries with one key the latest counts: the first of them from behind.
@@ -120,15 +104,28 @@ void SenderFilterCache::putInOrder() {
 // A note of no use does not end the search.
 void SenderFilterCache::addFilter(NOTEID id) {
   try {
-    loadFilter(id);
+    readFilter(id);
   } catch (const SenderFilterCacheInternalError& error) {
     loadErrors_.push_back(error.message());
   }
 }
 
-void SenderFilterCache::loadFilter(NOTEID id) {
+// An entry counts although its note does not close.
+void SenderFilterCache::readFilter(NOTEID id) {
   try {
-    readFilter(id);
+    NsfDbConnection connection(notes::configurationDatabase);
+    notes::OpenNote note;
+    STATUS status = note.open(connection, id);
+    if (status != 0) throw DominoApiError(u"Could not open note" + errorText(status));
+    try {
+      enter(readItems(NsfNote(note.handle())));
+    } catch (...) {
+      note.close();
+      throw;
+    }
+    status = note.close();
+    if (status != 0) throw DominoApiError(u"Could not close note" + errorText(status));
+    connection.close();
   } catch (const NsfNote::NsfNoteError& error) {
     throw SenderFilterCacheInternalError(u"NsfNote-error: " + error.message());
   } catch (const DominoApiError& error) {
@@ -136,23 +133,6 @@ void SenderFilterCache::loadFilter(NOTEID id) {
   } catch (const NsfDbConnection::DbConnectionError& error) {
     throw SenderFilterCacheInternalError(u"DbConnection error: " + error.message());
   }
-}
-
-// An entry counts although its note does not close.
-void SenderFilterCache::readFilter(NOTEID id) {
-  NsfDbConnection connection(notes::configurationDatabase);
-  NOTEHANDLE note = 0;
-  STATUS status = notes::NSFNoteOpen(connection.handle(), id, 0, &note);
-  if (status != 0) throw DominoApiError(u"Could not open note" + errorText(status));
-  try {
-    enter(readItems(NsfNote(note)));
-  } catch (...) {
-    notes::NSFNoteClose(note);
-    throw;
-  }
-  status = notes::NSFNoteClose(note);
-  if (status != 0) throw DominoApiError(u"Could not close note" + errorText(status));
-  connection.close();
 }
 
 // A colour that is neither leaves no trace.

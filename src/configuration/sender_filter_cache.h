@@ -53,11 +53,8 @@ class SenderFilterCache {
 
  private:
   void load();
-  void search();
-  void runSearch();
   void putInOrder();
   void addFilter(NOTEID id);
-  void loadFilter(NOTEID id);
   void readFilter(NOTEID id);
   void enter(SenderFilterNote filter);
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "notes/api.h"
 #include "notes/domino_api_tools.h"
 #include "notes/formula_search.h"
+#include "notes/note_handles.h"
 #include "notes/nsf_db_connection.h"
 #include "platform/clock.h"
 
@@ -133,7 +133,7 @@ void VRXConfiguration::readActiveConfiguration() {
   reportRows.clear();
   try {
     NsfDbConnection connection(notes::configurationDatabase);
-    searchActiveNotes(connection.handle());
+    searchActiveNotes(connection);
     connection.close();
   } catch (const ConfigurationError& error) {
     throw failure(error);
@@ -142,13 +142,13 @@ void VRXConfiguration::readActiveConfiguration() {
   }
 }
 
-void VRXConfiguration::searchActiveNotes(DBHANDLE db) {
-  notes::OwnedFormula formula;
+void VRXConfiguration::searchActiveNotes(const NsfDbConnection& connection) {
+  notes::CompiledFormula formula(notes::AfterSearch::free);
   const char16_t* failure = u"Could not compile configuration-search-formula: ";
-  STATUS status = notes::compileFormula(R"(SELECT ActiveConfiguration ="Yes")", formula.handle());
+  STATUS status = formula.compile(R"(SELECT ActiveConfiguration ="Yes")");
   if (status == 0) {
     failure = u"Could not complete search for configuration: ";
-    status = notes::searchNotes(db, formula.handle(), "Configurations",
+    status = notes::searchNotes(connection, formula, "Configurations",
                                 [this](NOTEID id) { return readActiveNote(id); });
   }
   // Given back before the library is asked for words.
@@ -160,10 +160,10 @@ void VRXConfiguration::searchActiveNotes(DBHANDLE db) {
 // that does not close has been read all the same.
 STATUS VRXConfiguration::readActiveNote(NOTEID id) {
   NsfDbConnection connection(notes::configurationDatabase);
-  NOTEHANDLE note = 0;
-  notes::NSFNoteOpen(connection.handle(), id, 0, &note);
-  const STATUS status = readNote(note);
-  notes::NSFNoteClose(note);
+  notes::OpenNote note;
+  note.open(connection, id);
+  const STATUS status = readNote(note.handle());
+  note.close();
   connection.close();
   return status;
 }

@@ -18,6 +18,7 @@
 #include "configuration/decoding_tables.h"
 #include "configuration/item_reader.h"
 #include "notes/abi.h"
+#include "notes/nsf_db_connection.h"
 
 namespace configuration {
 
@@ -104,7 +105,7 @@ class VRXConfiguration {
   void setNumbers();
   void setTexts();
   void readActiveConfiguration();
-  void searchActiveNotes(DBHANDLE db);
+  void searchActiveNotes(const notes::NsfDbConnection& connection);
   STATUS readActiveNote(NOTEID id);
   STATUS readNote(NOTEHANDLE handle);
   void readSpam(ItemReader& items);

@@ -3,26 +3,22 @@
 #include <utility>
 
 #include "base/text.h"
-#include "notes/api.h"
 #include "notes/domino_api_tools.h"
-#include "notes/library_text.h"
+#include "notes/network_path.h"
 
 namespace directory {
 
 AddressBook::AddressBook(std::u16string path)
     : completePath_(std::move(path)), narrowPath_(base::toStrictUtf8(completePath_)) {
-  notes::TextBuffer<NOTES_PATH_SIZE> portBuffer;
-  notes::TextBuffer<NOTES_PATH_SIZE> serverBuffer;
-  notes::TextBuffer<NOTES_PATH_SIZE> fileBuffer;
-  const STATUS status = notes::OSPathNetParse(narrowPath_.c_str(), portBuffer.data(),
-                                              serverBuffer.data(), fileBuffer.data());
+  notes::NetworkPath parts;
+  const STATUS status = notes::parsePath(narrowPath_, parts);
   if (status != 0) {
     throw AddressBookError(u"OSPathNetParse call failed: " +
                            notes::DominoApiTools::errorText(status));
   }
-  portPart_ = base::toWideFromLocal(portBuffer.data());
-  serverPart_ = base::toWideFromLocal(serverBuffer.data());
-  filePart_ = base::toWideFromLocal(fileBuffer.data());
+  portPart_ = base::toWideFromLocal(parts.port.c_str());
+  serverPart_ = base::toWideFromLocal(parts.server.c_str());
+  filePart_ = base::toWideFromLocal(parts.file.c_str());
 }
 
 std::u16string AddressBook::describe() const {

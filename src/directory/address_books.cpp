@@ -3,48 +3,13 @@
 #include <string_view>
 
 #include "base/text.h"
-#include "notes/api.h"
 #include "notes/domino_api_tools.h"
+#include "notes/network_path.h"
 
 namespace directory {
 namespace {
 
 using notes::DominoApiTools::errorText;
-
-// What the library answers to the question for address books: a block of memory with `count`
-// zero-terminated paths.
-struct BookList {
-  WORD count = 0;
-  WORD length = 0;
-  HANDLE block = 0;
-};
-
-STATUS listBooks(const std::string& server, BookList& list) {
-  list = {};
-  const STATUS status = notes::NAMEGetAddressBooks(server.empty() ? nullptr : server.c_str(), 0,
-                                                   &list.count, &list.length, &list.block);
-  if (status != 0) list = {};
-  return status;
-}
-
-// A block of the library, locked as long as this lives and freed then.
-class LockedBlock {
- public:
-  explicit LockedBlock(HANDLE block) : block_(block), data_(notes::OSLockObject(block)) {}
-  LockedBlock(const LockedBlock&) = delete;
-  LockedBlock& operator=(const LockedBlock&) = delete;
-  ~LockedBlock() {
-    if (data_ != nullptr) notes::OSUnlockObject(block_);
-    notes::OSMemFree(block_);
-  }
-
-  /// Null if it could not be locked.
-  const char* data() const { return static_cast<const char*>(data_); }
-
- private:
-  HANDLE block_;
-  void* data_;
-};
 
 }  // namespace
 
@@ -59,12 +24,12 @@ void AddressBooks::load(const std::u16string& server, bool useNamesOnly) {
     addNamesNsf();
     return;
   }
-  BookList list;
-  STATUS status = listBooks(base::toStrictUtf8(server), list);
+  notes::AddressBookList list;
+  STATUS status = list.ask(base::toStrictUtf8(server));
   if (status != 0) {
     messages_.push_back(u"NAMEGetAddressBooks call to server " + server + u"failed: " +
                         errorText(status));
-    status = listBooks({}, list);
+    status = list.ask({});
   }
   if (status != 0) {
     messages_.push_back(u"NAMEGetAddressBooks with no servername specified failed: " +
@@ -73,24 +38,17 @@ void AddressBooks::load(const std::u16string& server, bool useNamesOnly) {
     addNamesNsf();
     return;
   }
-  if (list.count > 0) addListed(list.block, list.count);
+  list.forEach([this](std::string_view path) { addListed(path); });
 }
 
 void AddressBooks::addNamesNsf() { books_.emplace_back(namesNsf); }
 
-void AddressBooks::addListed(HANDLE block, WORD count) {
-  const LockedBlock locked(block);
-  const char* position = locked.data();
-  if (position == nullptr) return;
-  for (WORD index = 0; index < count; ++index) {
-    const std::string_view narrowName(position);
-    const std::u16string name = base::toWideFromUtf7(narrowName);
-    try {
-      books_.emplace_back(name);
-    } catch (const AddressBook::AddressBookError& error) {
-      throw AddressBooksError(u"Could not read entry (" + name + u")" + error.message());
-    }
-    position += narrowName.size() + 1;
+void AddressBooks::addListed(std::string_view path) {
+  const std::u16string name = base::toWideFromUtf7(path);
+  try {
+    books_.emplace_back(name);
+  } catch (const AddressBook::AddressBookError& error) {
+    throw AddressBooksError(u"Could not read entry (" + name + u")" + error.message());
   }
 }
 

@@ -5,11 +5,11 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/error.h"
 #include "directory/address_book.h"
-#include "notes/abi.h"
 
 namespace directory {
 
@@ -36,7 +36,7 @@ class AddressBooks {
 
  private:
   void addNamesNsf();
-  void addListed(HANDLE block, WORD count);
+  void addListed(std::string_view path);
 
   std::u16string searchServer_;  // shown where it is set, which no search of the program does
   std::vector<AddressBook> books_;

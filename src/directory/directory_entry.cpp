@@ -1,9 +1,8 @@
 #include "directory/directory_entry.h"
 
 #include "base/text.h"
-#include "notes/api.h"
 #include "notes/domino_api_tools.h"
-#include "notes/library_text.h"
+#include "notes/network_path.h"
 #include "notes/nsf_db_connection.h"
 
 namespace directory {
@@ -14,15 +13,6 @@ using notes::NsfNote;
 using notes::DominoApiTools::DominoApiError;
 using notes::DominoApiTools::DominoApiToolsError;
 using notes::DominoApiTools::errorText;
-
-std::u16string titleOf(DBHANDLE db) {
-  notes::TextBuffer<NOTES_DBINFO_SIZE> info;
-  const STATUS status = notes::NSFDbInfoGet(db, info.data());
-  if (status != 0) throw DominoApiError(errorText(status));
-  notes::TextBuffer<NOTES_TITLE_SIZE> title;
-  notes::NSFDbInfoParse(info.data(), INFOPARSE_TITLE, title.data(), NOTES_TITLE_SIZE);
-  return base::toWideFromUtf7(title.data());
-}
 
 }  // namespace
 
@@ -91,25 +81,20 @@ void DirectoryEntry::readMailFile(const NsfNote& note) {
 
 void DirectoryEntry::prepare() {
   try {
-    complete();
+    if (filePath_.empty()) throw DirectoryEntryError(u"Filepath not set.");
+    addExtension();
+    const std::string path = networkPath();
+    notes::OpenDatabase open;
+    const STATUS status = open.openExtended(path);
+    if (status != 0) {
+      throw DirectoryEntryError(u"NSFDbOpenExtended failed (Path: " +
+                                base::toWideFromLocal(path.c_str()) + u"): " + errorText(status));
+    }
+    readMailDatabase(open);
   } catch (const DirectoryEntryError& error) {
     fail(error);
     throw;
   }
-}
-
-void DirectoryEntry::complete() {
-  if (filePath_.empty()) throw DirectoryEntryError(u"Filepath not set.");
-  addExtension();
-  notes::TextBuffer<NOTES_PATH_SIZE> path = networkPath();
-  DBHANDLE open = 0;
-  const STATUS status =
-      notes::NSFDbOpenExtended(path.data(), 0, 0, nullptr, &open, nullptr, nullptr);
-  if (status != 0) {
-    throw DirectoryEntryError(u"NSFDbOpenExtended failed (Path: " +
-                              base::toWideFromLocal(path.data()) + u"): " + errorText(status));
-  }
-  readMailDatabase(open);
 }
 
 // The case of the ending counts: "NSF" gets ".nsf" behind it.
@@ -119,23 +104,21 @@ void DirectoryEntry::addExtension() {
   if (ending != u"nsf" && ending != u"ntf") filePath_ += u".nsf";
 }
 
-notes::TextBuffer<NOTES_PATH_SIZE> DirectoryEntry::networkPath() const {
+std::string DirectoryEntry::networkPath() const {
   const std::string filePathNarrow = base::toStrictUtf8(filePath_);
-  const std::string mailServerNarrow = base::toStrictUtf8(mailServer_);
-  notes::TextBuffer<NOTES_PATH_SIZE> path;
-  const STATUS status = notes::OSPathNetConstruct(nullptr, mailServerNarrow.c_str(),
-                                                  filePathNarrow.c_str(), path.data());
+  std::string path;
+  const STATUS status = notes::constructPath(base::toStrictUtf8(mailServer_), filePathNarrow, path);
   if (status != 0) {
     throw DirectoryEntryError(u"OSPathNetConstruct failed: " + errorText(status));
   }
   return path;
 }
 
-void DirectoryEntry::readMailDatabase(DBHANDLE open) {
+void DirectoryEntry::readMailDatabase(const notes::OpenDatabase& open) {
   try {
     NsfDbConnection connection(open);
     late().replicaId = notes::DominoApiTools::replicaId(connection.handle());
-    late().name = titleOf(connection.handle());
+    late().name = notes::DominoApiTools::databaseTitle(connection.handle());
     connection.close();
   } catch (const DominoApiToolsError& error) {
     throw DirectoryEntryError(u"Could not read replicaId: " + error.message());

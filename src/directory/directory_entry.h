@@ -9,8 +9,7 @@
 #include <vector>
 
 #include "base/error.h"
-#include "notes/abi.h"
-#include "notes/library_text.h"
+#include "notes/nsf_db_connection.h"
 #include "notes/nsf_note.h"
 
 namespace directory {
@@ -47,10 +46,9 @@ class DirectoryEntry {
   void readPerson(const notes::NsfNote& note);
   void readDatabase(const notes::NsfNote& note);
   void readMailFile(const notes::NsfNote& note);
-  void complete();
   void addExtension();
-  notes::TextBuffer<NOTES_PATH_SIZE> networkPath() const;
-  void readMailDatabase(DBHANDLE open);
+  std::string networkPath() const;
+  void readMailDatabase(const notes::OpenDatabase& open);
 
   // What is empty until the import takes the entry up. A directory may have hundreds of thousands
   // of entries, which wait without it.

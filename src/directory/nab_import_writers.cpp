@@ -1,6 +1,5 @@
 // How the import writes a recipient profile.
 #include "directory/nab_import.h"
-#include "notes/api.h"
 #include "notes/domino_api_tools.h"
 #include "notes/note_handles.h"
 #include "notes/nsf_db_connection.h"
@@ -34,8 +33,8 @@ void NabImport::createProfile(const DirectoryEntry& entry) {
 
 void NabImport::writeNew(const DirectoryEntry& entry) {
   NsfDbConnection connection(notes::configurationDatabase);
-  NOTEHANDLE created = 0;
-  const STATUS status = notes::NSFNoteCreate(connection.handle(), &created);
+  notes::OpenNote created;
+  const STATUS status = created.create(connection);
   if (status != 0) throw DominoApiError(u"Could not create note: " + errorText(status));
   {
     NoteHandle handle(created);

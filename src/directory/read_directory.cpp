@@ -4,7 +4,6 @@
 #include <optional>
 #include <utility>
 
-#include "notes/domino_api_tools.h"
 #include "notes/formula_search.h"
 #include "notes/note_handles.h"
 #include "notes/nsf_db_connection.h"
@@ -16,7 +15,6 @@ namespace {
 using notes::NoteHandle;
 using notes::NsfDbConnection;
 using notes::NsfNote;
-using notes::DominoApiTools::errorText;
 
 constexpr std::array types = {"Person", "Database"};
 
@@ -46,17 +44,10 @@ void ReadDirectory::readDirectory(std::deque<DirectoryEntry>& entries, const Add
   const std::string type = types.at(static_cast<std::size_t>(typeIndex));
   try {
     NsfDbConnection connection(book.narrowPath());
-    // The compiled formula is not freed: it stays with the library until the end of its use.
-    FORMULAHANDLE formula = 0;
-    STATUS status = notes::compileFormula("SELECT Type=\"" + type + "\"", formula);
-    if (status != 0) {
-      throw ReadDirectoryError(u"Could not compile searchFormula: " + errorText(status));
-    }
-    status = notes::searchNotes(connection.handle(), formula, nullptr, [&](NOTEID id) {
-      addEntry(connection, id, entries, messages);
-      return 0;
-    });
-    if (status != 0) throw ReadDirectoryError(u"Could not complete search" + errorText(status));
+    notes::searchNotes<ReadDirectoryError>(
+        connection, "SELECT Type=\"" + type + "\"", notes::AfterSearch::keep,
+        u"Could not complete search",
+        [&](NOTEID id) { addEntry(connection, id, entries, messages); });
     connection.close();
   } catch (const NsfDbConnection::DbConnectionError& error) {
     throw ReadDirectoryError(u"Could not read directory: " + error.message());

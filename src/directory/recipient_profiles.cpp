@@ -1,7 +1,6 @@
 #include "directory/recipient_profiles.h"
 
 #include "base/text.h"
-#include "notes/domino_api_tools.h"
 #include "notes/formula_search.h"
 #include "notes/note_handles.h"
 #include "notes/nsf_db_connection.h"
@@ -12,51 +11,19 @@ namespace {
 using notes::NsfDbConnection;
 using notes::NsfNote;
 using notes::ProfileNoteHandle;
-using notes::DominoApiTools::errorText;
 
 constexpr const char* filterSettingItem = "FilterSetting";
-
-std::uint32_t countMatches(DBHANDLE db) {
-  notes::OwnedFormula formula;
-  STATUS status = notes::compileFormula(
-      R"(SELECT @LowerCase(Form) = "qbprofile" & FilterSetting="1")", formula.handle());
-  if (status != 0) throw UserCountError(u"Could not compile searchFormula: " + errorText(status));
-  std::uint32_t count = 0;
-  status = notes::searchNotes(db, formula.handle(), nullptr, [&count](NOTEID) {
-    ++count;
-    return 0;
-  });
-  if (status != 0) throw UserCountError(u"Could not complete search" + errorText(status));
-  return count;
-}
-
-NOTEID lastMatch(DBHANDLE db, const std::string& replicaId) {
-  // The compiled formula is not freed: it stays with the library until the end of its use.
-  FORMULAHANDLE formula = 0;
-  STATUS status = notes::compileFormula(
-      base::joined({R"(SELECT @LowerCase(Form) = "qbprofile" & REPLICAID=")", replicaId, "\""}),
-      formula);
-  if (status != 0) {
-    throw GetUserByReplicaId::GetUserByReplicaIdError(u"Could not compile searchFormula: " +
-                                                      errorText(status));
-  }
-  NOTEID last = 0;
-  status = notes::searchNotes(db, formula, nullptr, [&last](NOTEID id) {
-    last = id;
-    return 0;
-  });
-  if (status != 0) {
-    throw GetUserByReplicaId::GetUserByReplicaIdError(u"Search failed" + errorText(status));
-  }
-  return last;
-}
 
 }  // namespace
 
 void countFilteredUsers(std::uint32_t& count) {
   try {
     NsfDbConnection connection(notes::configurationDatabase);
-    count = countMatches(connection.handle());
+    std::uint32_t matches = 0;
+    notes::searchNotes<UserCountError>(
+        connection, R"(SELECT @LowerCase(Form) = "qbprofile" & FilterSetting="1")",
+        notes::AfterSearch::free, u"Could not complete search", [&matches](NOTEID) { ++matches; });
+    count = matches;
     connection.close();
   } catch (const NsfDbConnection::DbConnectionError& error) {
     throw UserCountError(u"Could not open database connection" + error.message());
@@ -66,9 +33,13 @@ void countFilteredUsers(std::uint32_t& count) {
 NOTEID GetUserByReplicaId::find(const std::string& replicaId) {
   try {
     NsfDbConnection connection(notes::configurationDatabase);
-    const NOTEID id = lastMatch(connection.handle(), replicaId);
+    NOTEID last = 0;
+    notes::searchNotes<GetUserByReplicaIdError>(
+        connection,
+        base::joined({R"(SELECT @LowerCase(Form) = "qbprofile" & REPLICAID=")", replicaId, "\""}),
+        notes::AfterSearch::keep, u"Search failed", [&last](NOTEID id) { last = id; });
     connection.close();
-    return id;
+    return last;
   } catch (const NsfDbConnection::DbConnectionError& error) {
     throw GetUserByReplicaIdError(std::u16string(u"Could not connect to database ") +
                                   notes::configurationDatabaseWide + u": " + error.message());

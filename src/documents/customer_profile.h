@@ -39,8 +39,7 @@ class CustomerProfile {
   void setProductVersion(const std::u16string& value) { productVersion_.set(value); }
 
  private:
-  void readFields();
-  void writeFields();
+  void setReplicaIdOnce(notes::NsfNote& note);
 
   ProfileField organization_{"customer_organization"};
   ProfileField contact_{"customer_contact"};

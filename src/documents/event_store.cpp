@@ -5,7 +5,6 @@
 #include "base/text.h"
 #include "configuration/quellbright_translation.h"
 #include "documents/server_profile.h"
-#include "notes/api.h"
 #include "notes/domino_api_tools.h"
 #include "notes/formula_search.h"
 #include "notes/note_handles.h"
@@ -49,8 +48,8 @@ std::u16string categoryText(std::int32_t category) {
 void writeEvent(const std::u16string& server, std::int32_t category,
                 const std::u16string& message) {
   NsfDbConnection connection(notes::configurationDatabase);
-  NOTEHANDLE created = 0;
-  const STATUS status = notes::NSFNoteCreate(connection.handle(), &created);
+  notes::OpenNote created;
+  const STATUS status = created.create(connection);
   if (status != 0) {
     throw DominoApiError(u"NsfNoteCreate failed with error: " + errorText(status));
   }

@@ -36,9 +36,6 @@ class ServerProfileDocument {
   void setVrxVersion(const std::u16string& value) { vrxVersion_.set(value); }
 
  private:
-  void readFields();
-  void writeFields();
-
   ProfileField serverName_{"server_name"};
   ProfileField dominoVersion_{"domino_version"};
   ProfileField scanningEngineVersion_{"scanning_engine_version"};

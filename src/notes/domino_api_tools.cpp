@@ -47,6 +47,15 @@ std::u16string replicaId(DBHANDLE db) {
   return hexDigits(std::uint64_t{info.ID.Innards[1]} << 32 | info.ID.Innards[0]);
 }
 
+std::u16string databaseTitle(DBHANDLE db) {
+  TextBuffer<NOTES_DBINFO_SIZE> info;
+  const STATUS status = NSFDbInfoGet(db, info.data());
+  if (status != 0) throw DominoApiError(errorText(status));
+  TextBuffer<NOTES_TITLE_SIZE> title;
+  NSFDbInfoParse(info.data(), INFOPARSE_TITLE, title.data(), NOTES_TITLE_SIZE);
+  return base::toWideFromUtf7(title.data());
+}
+
 std::u16string directoryReplicaId() {
   const auto failure = [](const base::Error& error) {
     return DominoApiToolsError(u"Could not get replicaid from names.nsf: " + error.message());

@@ -1,5 +1,5 @@
-// What the program asks of the Notes library again and again: the words of a status, replica ids,
-// moments from a fixed text form, notes.ini variables and the two directories.
+// What the program asks of the Notes library again and again: the words of a status, what a
+// database is, moments from a fixed text form, notes.ini variables and the two directories.
 //
 // No operation keeps state. A failure carries the library's words and never the status number.
 #pragma once
@@ -30,6 +30,9 @@ std::string errorTextNarrow(STATUS status);
 /// The replica id of an open database: sixteen upper-case hexadecimal digits, the high word first.
 /// Raises DominoApiToolsError.
 std::u16string replicaId(DBHANDLE db);
+
+/// The title of an open database. Raises DominoApiError with the library's words alone.
+std::u16string databaseTitle(DBHANDLE db);
 
 /// The replica id of the server's directory, "names.nsf". Raises DominoApiToolsError.
 std::u16string directoryReplicaId();

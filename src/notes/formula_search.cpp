@@ -5,15 +5,12 @@
 #include <utility>
 
 #include "notes/api.h"
-#include "notes/domino_api_tools.h"
 #include "notes/library_text.h"
-#include "notes/nsf_db_connection.h"
 
 namespace notes {
 namespace {
 
 using DominoApiTools::DominoApiError;
-using DominoApiTools::errorText;
 
 // Any status that is not 0 ends a search.
 constexpr STATUS endOfSearch = 1;
@@ -36,23 +33,6 @@ STATUS NOTES_CALL visitMatch(void* context, SEARCH_MATCH* match, void* /*summary
   }
 }
 
-void collectNoteIds(const std::string& databaseName, const std::string& formula,
-                    std::vector<NOTEID>& noteIds) {
-  NsfDbConnection connection(databaseName);
-  // The compiled formula is not freed: it stays with the library until the end of its use.
-  FORMULAHANDLE compiled = 0;
-  STATUS status = compileFormula(formula, compiled);
-  if (status != 0) {
-    throw DominoApiError(u"Could not compile searchFormula: " + errorText(status));
-  }
-  status = searchNotes(connection.handle(), compiled, nullptr, [&noteIds](NOTEID id) {
-    noteIds.push_back(id);
-    return 0;
-  });
-  if (status != 0) throw DominoApiError(u"Search failed" + errorText(status));
-  connection.close();
-}
-
 }  // namespace
 
 FormulaSearch::FormulaSearch(std::string databaseName, std::string formula)
@@ -60,7 +40,10 @@ FormulaSearch::FormulaSearch(std::string databaseName, std::string formula)
 
 void FormulaSearch::search() {
   try {
-    collectNoteIds(databaseName_, formula_, noteIds_);
+    NsfDbConnection connection(databaseName_);
+    searchNotes<DominoApiError>(connection, formula_, AfterSearch::keep, u"Search failed",
+                                [this](NOTEID id) { noteIds_.push_back(id); });
+    connection.close();
   } catch (const DominoApiError& error) {
     throw FormulaSearchError(error.message());
   } catch (const NsfDbConnection::DbConnectionError& error) {
@@ -73,21 +56,21 @@ NOTEID FormulaSearch::noteId(std::size_t index) const {
   return noteIds_[index];
 }
 
-STATUS compileFormula(const std::string& formula, FORMULAHANDLE& handle) {
+STATUS CompiledFormula::compile(const std::string& formula) {
   WORD unused = 0;
-  return NSFFormulaCompile(nullptr, 0, formula.c_str(), lengthOf(formula), &handle, &unused,
+  return NSFFormulaCompile(nullptr, 0, formula.c_str(), lengthOf(formula), &handle_, &unused,
                            &unused, &unused, &unused, &unused, &unused);
 }
 
-void OwnedFormula::free() {
-  if (!std::exchange(isFreed_, true)) OSMemFree(handle_);
+void CompiledFormula::free() {
+  if (std::exchange(isOwned_, false)) OSMemFree(handle_);
 }
 
-STATUS searchNotes(DBHANDLE db, FORMULAHANDLE formula, const char* viewTitle,
-                   const std::function<STATUS(NOTEID)>& visit) {
+STATUS searchNotes(const NsfDbConnection& connection, const CompiledFormula& formula,
+                   const char* viewTitle, const std::function<STATUS(NOTEID)>& visit) {
   Visitor visitor{visit, nullptr};
-  const STATUS status =
-      NSFSearch(db, formula, viewTitle, 0, NOTE_CLASS_DATA, nullptr, visitMatch, &visitor, nullptr);
+  const STATUS status = NSFSearch(connection.handle(), formula.handle(), viewTitle, 0,
+                                  NOTE_CLASS_DATA, nullptr, visitMatch, &visitor, nullptr);
   if (visitor.failure) std::rethrow_exception(visitor.failure);
   return status;
 }

@@ -1,7 +1,7 @@
 // Selection of notes by formula.
 //
-// FormulaSearch is the reusable form: it keeps the ids of the matches. Searches that do their work
-// while the library goes through the database use the two functions below it.
+// FormulaSearch keeps the ids of the matches. Searches that do their work while the library goes
+// through the database use the functions below it.
 #pragma once
 
 #include <functional>
@@ -10,6 +10,8 @@
 
 #include "base/error.h"
 #include "notes/abi.h"
+#include "notes/domino_api_tools.h"
+#include "notes/nsf_db_connection.h"
 
 namespace notes {
 
@@ -37,33 +39,51 @@ class FormulaSearch {
   std::vector<NOTEID> noteIds_;
 };
 
-/// Compiles a selection formula; gives the library's status. The caller frees the formula, or
-/// leaves it to the end of the library's use.
-STATUS compileFormula(const std::string& formula, FORMULAHANDLE& handle);
+/// Whether a compiled formula is given back at the end of its scope, also where compiling failed
+/// because only the library knows what it keeps of one, or stays with the library until the end of
+/// its use.
+enum class AfterSearch { free, keep };
 
-/// A place for a compiled formula that is freed at the end of its scope, also where compiling
-/// failed: only the library knows what it keeps of one.
-class OwnedFormula {
+/// A compiled formula.
+class CompiledFormula {
  public:
-  OwnedFormula() = default;
-  OwnedFormula(const OwnedFormula&) = delete;
-  OwnedFormula& operator=(const OwnedFormula&) = delete;
-  ~OwnedFormula() { free(); }
+  explicit CompiledFormula(AfterSearch after) : isOwned_(after == AfterSearch::free) {}
+  CompiledFormula(const CompiledFormula&) = delete;
+  CompiledFormula& operator=(const CompiledFormula&) = delete;
+  ~CompiledFormula() { free(); }
 
-  /// Frees it before the end of its scope.
+  /// Gives the library's status.
+  STATUS compile(const std::string& formula);
+
+  /// Gives it back before the end of its scope, if it is to be.
   void free();
 
-  FORMULAHANDLE& handle() { return handle_; }
+  FORMULAHANDLE handle() const { return handle_; }
 
  private:
   FORMULAHANDLE handle_ = 0;
-  bool isFreed_ = false;
+  bool isOwned_;
 };
 
 /// Calls `visit` with the id of each data note that matches; `viewTitle` may be null. A result of
 /// `visit` other than 0 ends the search, and so does an exception, which goes on to the caller once
 /// the library has returned; otherwise the result is the library's status.
-STATUS searchNotes(DBHANDLE db, FORMULAHANDLE formula, const char* viewTitle,
-                   const std::function<STATUS(NOTEID)>& visit);
+STATUS searchNotes(const NsfDbConnection& connection, const CompiledFormula& formula,
+                   const char* viewTitle, const std::function<STATUS(NOTEID)>& visit);
+
+/// Compiles a formula and calls `visit` with the id of each data note that matches. Raises a
+/// `Failure` with the library's words behind a prefix; that of a failed search is `searchFailed`.
+template <typename Failure>
+void searchNotes(const NsfDbConnection& connection, const std::string& formula, AfterSearch after,
+                 const char16_t* searchFailed, const std::function<void(NOTEID)>& visit) {
+  CompiledFormula compiled(after);
+  if (const STATUS status = compiled.compile(formula); status != 0)
+    throw Failure(u"Could not compile searchFormula: " + DominoApiTools::errorText(status));
+  const STATUS status = searchNotes(connection, compiled, nullptr, [&visit](NOTEID id) {
+    visit(id);
+    return 0;
+  });
+  if (status != 0) throw Failure(searchFailed + DominoApiTools::errorText(status));
+}
 
 }  // namespace notes

@@ -23,45 +23,58 @@ User asUser(const std::optional<std::string>& user) {
 
 }  // namespace
 
+STATUS OpenNote::create(const NsfDbConnection& connection) {
+  return NSFNoteCreate(connection.handle(), &hNote_);
+}
+
+STATUS OpenNote::open(const NsfDbConnection& connection, NOTEID id) {
+  return NSFNoteOpen(connection.handle(), id, 0, &hNote_);
+}
+
+STATUS OpenNote::openProfile(const NsfDbConnection& connection, const std::string& profile,
+                             const std::optional<std::string>& user) {
+  const auto [name, length] = asUser(user);
+  return NSFProfileOpen(connection.handle(), profile.c_str(), lengthOf(profile), name, length,
+                        copyProfile, &hNote_);
+}
+
+STATUS OpenNote::update() const { return NSFNoteUpdate(hNote_, 0); }
+
+STATUS OpenNote::updateProfile(const std::string& profile,
+                               const std::optional<std::string>& user) const {
+  const auto [name, length] = asUser(user);
+  return NSFProfileUpdate(hNote_, profile.c_str(), lengthOf(profile), name, length);
+}
+
+STATUS OpenNote::close() const { return NSFNoteClose(hNote_); }
+
 NoteHandle::NoteHandle(const NsfDbConnection& connection, NOTEID id)
-    : lastStatus_(NSFNoteOpen(connection.handle(), id, 0, &hNote_)) {
+    : lastStatus_(note_.open(connection, id)) {
   if (lastStatus_ != 0) throw NoteHandleError(u"Could not open note: " + errorText(lastStatus_));
 }
 
 NoteHandle::~NoteHandle() noexcept(false) {
-  lastStatus_ = NSFNoteClose(hNote_);
+  lastStatus_ = note_.close();
   if (lastStatus_ == 0 || failures_.isUnwinding()) return;
   throw NoteHandleError(u"Could not close note: " + errorText(lastStatus_));
 }
 
 void NoteHandle::update() {
-  lastStatus_ = NSFNoteUpdate(hNote_, 0);
+  lastStatus_ = note_.update();
   if (lastStatus_ != 0) throw NoteHandleError(u"Coule not update note" + errorText(lastStatus_));
 }
 
 ProfileNoteHandle::ProfileNoteHandle(const NsfDbConnection& connection, const std::string& profile,
                                      const std::optional<std::string>& user)
-    : lastStatus_(openProfile(connection.handle(), profile, user, hNote_)) {
+    : lastStatus_(note_.openProfile(connection, profile, user)) {
   if (lastStatus_ == 0) return;
   throw ProfileNoteHandleError(u"Could not open profile: " + errorText(lastStatus_));
 }
 
 ProfileNoteHandle::~ProfileNoteHandle() noexcept(false) {
-  lastStatus_ = NSFNoteClose(hNote_);
+  lastStatus_ = note_.close();
   if (lastStatus_ == 0 || failures_.isUnwinding()) return;
   throw ProfileNoteHandleError(u"Could not close profile: " + errorText(lastStatus_));
-}
-
-STATUS openProfile(DBHANDLE db, const std::string& profile, const std::optional<std::string>& user,
-                   NOTEHANDLE& note) {
-  const auto [name, length] = asUser(user);
-  return NSFProfileOpen(db, profile.c_str(), lengthOf(profile), name, length, copyProfile, &note);
-}
-
-STATUS updateProfile(NOTEHANDLE note, const std::string& profile,
-                     const std::optional<std::string>& user) {
-  const auto [name, length] = asUser(user);
-  return NSFProfileUpdate(note, profile.c_str(), lengthOf(profile), name, length);
 }
 
 }  // namespace notes

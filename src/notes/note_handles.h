@@ -1,9 +1,10 @@
-// The owners of an open note: NoteHandle of one that has an id or was just made, ProfileNoteHandle
-// of a profile note.
+// Open notes. OpenNote stays open until it is closed or taken over: what a failure leaves open
+// stays with the library. NoteHandle owns a note that has an id or was just made, ProfileNoteHandle
+// a profile note.
 //
-// Both close the note in their destructor, on the normal way out and on the way out of a failure. A
-// failed close is raised, except while another failure is on its way out. A note that is not
-// updated is dropped.
+// These two close the note in their destructor, on the normal way out and on the way out of a
+// failure. A failed close is raised, except while another failure is on its way out. A note that is
+// not updated is dropped.
 #pragma once
 
 #include <optional>
@@ -16,6 +17,25 @@
 
 namespace notes {
 
+/// All functions give the library's status. Without `user` a profile note is that of no user.
+class OpenNote {
+ public:
+  STATUS create(const NsfDbConnection& connection);
+  STATUS open(const NsfDbConnection& connection, NOTEID id);
+  STATUS openProfile(const NsfDbConnection& connection, const std::string& profile,
+                     const std::optional<std::string>& user = std::nullopt);
+
+  STATUS update() const;
+  STATUS updateProfile(const std::string& profile,
+                       const std::optional<std::string>& user = std::nullopt) const;
+  STATUS close() const;
+
+  NOTEHANDLE handle() const { return hNote_; }
+
+ private:
+  NOTEHANDLE hNote_ = 0;
+};
+
 class NoteHandle {
  public:
   class NoteHandleError : public base::Error {
@@ -27,13 +47,13 @@ class NoteHandle {
   NoteHandle(const NsfDbConnection& connection, NOTEID id);
 
   /// Takes over a note that is open already.
-  explicit NoteHandle(NOTEHANDLE open) : hNote_(open) {}
+  explicit NoteHandle(const OpenNote& open) : note_(open) {}
 
   NoteHandle(const NoteHandle&) = delete;
   NoteHandle& operator=(const NoteHandle&) = delete;
   ~NoteHandle() noexcept(false);
 
-  NOTEHANDLE handle() const { return hNote_; }
+  NOTEHANDLE handle() const { return note_.handle(); }
 
   /// The status of the last call of the library.
   STATUS lastStatus() const { return lastStatus_; }
@@ -42,7 +62,7 @@ class NoteHandle {
   void update();
 
  private:
-  NOTEHANDLE hNote_ = 0;
+  OpenNote note_;
   STATUS lastStatus_ = 0;
   FailureWatch failures_;
 };
@@ -63,21 +83,15 @@ class ProfileNoteHandle {
   ProfileNoteHandle& operator=(const ProfileNoteHandle&) = delete;
   ~ProfileNoteHandle() noexcept(false);
 
-  NOTEHANDLE handle() const { return hNote_; }
+  NOTEHANDLE handle() const { return note_.handle(); }
 
   /// The status of the last call of the library.
   STATUS lastStatus() const { return lastStatus_; }
 
  private:
-  NOTEHANDLE hNote_ = 0;
+  OpenNote note_;
   STATUS lastStatus_ = 0;
   FailureWatch failures_;
 };
-
-/// Opens a profile note without owning it, and writes one. Each gives the library's status.
-STATUS openProfile(DBHANDLE db, const std::string& profile, const std::optional<std::string>& user,
-                   NOTEHANDLE& note);
-STATUS updateProfile(NOTEHANDLE note, const std::string& profile,
-                     const std::optional<std::string>& user);
 
 }  // namespace notes

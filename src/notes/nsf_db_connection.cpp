@@ -8,6 +8,10 @@ namespace notes {
 
 using DominoApiTools::errorText;
 
+STATUS OpenDatabase::openExtended(const std::string& path) {
+  return NSFDbOpenExtended(path.c_str(), 0, 0, nullptr, &hDb_, nullptr, nullptr);
+}
+
 NsfDbConnection::NsfDbConnection(const std::string& path) {
   const STATUS status = NSFDbOpen(path.c_str(), &hDb_);
   if (status != 0) {

@@ -18,6 +18,18 @@ inline constexpr const char* configurationDatabase = "QBConf.nsf";
 /// The same name as messages show it.
 inline constexpr const char16_t* configurationDatabaseWide = u"QBConf.nsf";
 
+/// A database that is open, until a connection takes it over.
+class OpenDatabase {
+ public:
+  /// Opens the database at a complete path, its server included. Gives the library's status.
+  STATUS openExtended(const std::string& path);
+
+  DBHANDLE handle() const { return hDb_; }
+
+ private:
+  DBHANDLE hDb_ = 0;
+};
+
 class NsfDbConnection {
  public:
   class DbConnectionError : public base::Error {
@@ -29,7 +41,7 @@ class NsfDbConnection {
   explicit NsfDbConnection(const std::string& path);
 
   /// Takes over a database that is open already.
-  explicit NsfDbConnection(DBHANDLE open) : hDb_(open), isOpen_(true) {}
+  explicit NsfDbConnection(const OpenDatabase& open) : hDb_(open.handle()), isOpen_(true) {}
 
   NsfDbConnection(const NsfDbConnection&) = delete;
   NsfDbConnection& operator=(const NsfDbConnection&) = delete;

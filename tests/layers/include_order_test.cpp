@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <regex>
 
 #include "support/folders.h"
@@ -46,23 +47,42 @@ bool isAllowed(const std::string& path, const std::string& included) {
          isOneOf(from) || isOneOf(included);
 }
 
+// Calls `visit` with the path and the lines of each file below a folder.
+void forEachLine(const std::string& folder,
+                 const std::function<void(const std::string&, const std::string&)>& visit) {
+  const std::filesystem::path root = test::inRepository("");
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(root / folder)) {
+    const std::string path = entry.path().lexically_relative(root).generic_string();
+    std::ifstream file(entry.path());
+    for (std::string line; entry.is_regular_file() && std::getline(file, line);) visit(path, line);
+  }
+}
+
 TEST(IncludeOrder, EachFolderIncludesFromThoseItMay) {
   const std::regex include("^\\s*#\\s*include \"([^\"]+)\"");
-  const std::filesystem::path root = test::inRepository("");
   for (const std::string name : {"lib", "src", "standin", "tools"}) {
     int count = 0;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(root / name)) {
-      const std::string path = entry.path().lexically_relative(root).generic_string();
-      std::ifstream file(entry.path());
+    forEachLine(name, [&](const std::string& path, const std::string& line) {
       std::smatch match;
-      for (std::string line; entry.is_regular_file() && std::getline(file, line);) {
-        if (!std::regex_search(line, match, include)) continue;
-        EXPECT_TRUE(isAllowed(path, match[1])) << path << " includes " << match[1];
-        ++count;
-      }
-    }
+      if (!std::regex_search(line, match, include)) return;
+      EXPECT_TRUE(isAllowed(path, match[1])) << path << " includes " << match[1];
+      ++count;
+    });
     EXPECT_GT(count, 10) << "the sources were not found";
   }
+}
+
+// The run starts and ends the library, and the active configuration reads a note by its handle.
+TEST(IncludeOrder, OnlyTheNotesFolderSpeaksToTheNotesLibrary) {
+  const std::regex spoken("notes/api\\.h|\\b(DB|NOTE|FORMULA)?HANDLE\\b");
+  int count = 0;
+  forEachLine("src", [&](const std::string& path, const std::string& line) {
+    const bool isExempt = path == "src/driver/run.cpp" || path.starts_with("src/notes/") ||
+                          line.find("readNote(NOTEHANDLE") != std::string::npos;
+    EXPECT_TRUE(isExempt || !std::regex_search(line, spoken)) << path << ": " << line;
+    count += std::regex_search(line, spoken) ? 1 : 0;
+  });
+  EXPECT_GT(count, 10) << "the sources were not found";
 }
 
 }  // namespace

@@ -20,17 +20,17 @@ TEST_F(Search, KeepsItsMatchesAndStopsAtTheFailureOfItsVisitor) {
   EXPECT_THROW(static_cast<void>(search.noteId(6)), std::out_of_range);
 
   const notes::NsfDbConnection connection("QBConf.nsf");
-  FORMULAHANDLE formula = 0;
-  ASSERT_EQ(notes::compileFormula("SELECT @All", formula), 0);
+  notes::CompiledFormula formula(notes::AfterSearch::keep);
+  ASSERT_EQ(formula.compile("SELECT @All"), 0);
   int visits = 0;
   const auto visit = [&visits](NOTEID) {
     if (++visits == 2) throw std::range_error("the second");
     return 0;
   };
-  EXPECT_THROW(notes::searchNotes(connection.handle(), formula, nullptr, visit), std::range_error);
+  EXPECT_THROW(notes::searchNotes(connection, formula, nullptr, visit), std::range_error);
   EXPECT_EQ(visits, 2);
   const auto end = [](NOTEID id) { return static_cast<STATUS>(id == 5 ? 5 : 0); };
-  EXPECT_EQ(notes::searchNotes(connection.handle(), formula, nullptr, end), 5);
+  EXPECT_EQ(notes::searchNotes(connection, formula, nullptr, end), 5);
 }
 
 }  // namespace

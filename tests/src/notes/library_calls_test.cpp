@@ -48,8 +48,7 @@ TEST(LibraryCalls, TextsThatFillTheirBuffersEndWithThemAndFormulasHaveNoName) {
     asked = std::string(formula, length) + (name == nullptr ? "" : "named");
     return nameLength;
   };
-  FORMULAHANDLE handle = 0;
-  EXPECT_EQ(notes::compileFormula("SELECT @All", handle), 0);
+  EXPECT_EQ(notes::CompiledFormula(notes::AfterSearch::keep).compile("SELECT @All"), 0);
   EXPECT_EQ(asked, "SELECT @All");
   notes::api = before;
 }
