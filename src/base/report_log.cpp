@@ -113,12 +113,12 @@ void ReportLog::startOverAtLimit() {
   failed_ = !file_.moveTo(0);
 }
 
-void writeReportFirst(ReportLog& report, bool toConsole, const std::u16string& text) {
+void Output::reportFirst(const std::u16string& text) const {
   if (report.isEnabled(ordinaryLevel)) report.write(text);
   if (toConsole) platform::printWideLine(text);
 }
 
-void writeConsoleFirst(ReportLog& report, bool toConsole, const std::u16string& text) {
+void Output::consoleFirst(const std::u16string& text) const {
   if (toConsole) platform::printWideLine(text);
   if (report.isEnabled(ordinaryLevel)) report.write(text);
 }

@@ -70,9 +70,14 @@ class ReportLog {
   LineBytes line_;
 };
 
-/// The two orders in which a step of the run writes a text to the report and, if `toConsole`, to
-/// the console. Each step has its own; support people see it when a run ends in between.
-void writeReportFirst(ReportLog& report, bool toConsole, const std::u16string& text);
-void writeConsoleFirst(ReportLog& report, bool toConsole, const std::u16string& text);
+/// The report and, if it is asked for, the console beside it. The two orders are there because each
+/// step of the run has its own; support people see it when a run ends in between.
+struct Output {
+  ReportLog& report;
+  bool toConsole;
+
+  void reportFirst(const std::u16string& text) const;
+  void consoleFirst(const std::u16string& text) const;
+};
 
 }  // namespace base

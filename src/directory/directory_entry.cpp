@@ -18,10 +18,16 @@ using notes::DominoApiTools::errorText;
 
 DirectoryEntry::DirectoryEntry(const NsfNote& note) {
   try {
-    readItems(note);
-  } catch (const DirectoryEntryError& error) {
-    fail(error);
-    throw;
+    type_ = note.getTextOrEmpty("Type");
+    if (type_ == u"Person") {
+      readPerson(note);
+    } else if (type_ == u"Database") {
+      readDatabase(note);
+    } else if (type_.empty()) {
+      throw DirectoryEntryError(u"Directory Type not set.");
+    } else {
+      throw DirectoryEntryError(u"Unknown directory-entry type: " + type_);
+    }
   } catch (const NsfNote::NsfNoteError& error) {
     throw DirectoryEntryError(u"Could not read directory entry: " + error.message());
   }
@@ -40,19 +46,6 @@ DirectoryEntry::Late& DirectoryEntry::late() {
 void DirectoryEntry::fail(const DirectoryEntryError& error) {
   late().status = error.message();
   readyForImport_ = false;
-}
-
-void DirectoryEntry::readItems(const NsfNote& note) {
-  type_ = note.getTextOrEmpty("Type");
-  if (type_ == u"Person") {
-    readPerson(note);
-  } else if (type_ == u"Database") {
-    readDatabase(note);
-  } else if (type_.empty()) {
-    throw DirectoryEntryError(u"Directory Type not set.");
-  } else {
-    throw DirectoryEntryError(u"Unknown directory-entry type: " + type_);
-  }
 }
 
 void DirectoryEntry::readPerson(const NsfNote& note) {

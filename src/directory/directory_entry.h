@@ -41,7 +41,6 @@ class DirectoryEntry {
   const std::u16string& name() const { return late().name; }
 
  private:
-  void readItems(const notes::NsfNote& note);
   void fail(const DirectoryEntryError& error);
   void readPerson(const notes::NsfNote& note);
   void readDatabase(const notes::NsfNote& note);

@@ -93,21 +93,13 @@ void NabImport::importEntry(const DirectoryEntry& entry) {
     const NOTEID id = GetUserByReplicaId::find(replicaIdNarrow);
     if (simulate_) {
       stepLines_.push_back(entry.print(entryIndent));
-    } else {
-      writeProfile(entry, id);
-    }
-  } catch (const GetUserByReplicaId::GetUserByReplicaIdError& error) {
-    throw NabImportUpdateOrCreateError(u"Get User By replicaId failed: " + error.message());
-  }
-}
-
-void NabImport::writeProfile(const DirectoryEntry& entry, NOTEID id) {
-  try {
-    if (id == 0) {
+    } else if (id == 0) {
       createProfile(entry);
     } else {
       updateProfile(entry, id);
     }
+  } catch (const GetUserByReplicaId::GetUserByReplicaIdError& error) {
+    throw NabImportUpdateOrCreateError(u"Get User By replicaId failed: " + error.message());
   } catch (const NabImportUpdateError& error) {
     throw NabImportUpdateOrCreateError(u"Update error: " + error.message());
   } catch (const NabImportCreateError& error) {

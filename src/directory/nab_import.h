@@ -72,14 +72,11 @@ class NabImport {
   void loadDirectory();
   void importBatch();
   void importEntry(const DirectoryEntry& entry);
-  void writeProfile(const DirectoryEntry& entry, NOTEID id);
 
   // In nab_import_writers.cpp.
   void createProfile(const DirectoryEntry& entry);
   void updateProfile(const DirectoryEntry& entry, NOTEID id);
   static void addItems(const DirectoryEntry& entry, notes::NsfNote& note);
-  void writeNew(const DirectoryEntry& entry);
-  void writeExisting(const DirectoryEntry& entry, NOTEID id);
 
   bool simulate_;
   std::deque<DirectoryEntry> entries_;

@@ -14,11 +14,12 @@ constexpr unsigned stepIndent = 2;
 }  // namespace
 
 void testNabImport(base::ReportLog& report, bool writeToConsole) {
+  const base::Output output{report, writeToConsole};
   std::u16string server;
   documents::currentServerName(server);
-  base::writeConsoleFirst(report, writeToConsole, u"Testing NabImport.");
+  output.consoleFirst(u"Testing NabImport.");
   if (server.empty()) {
-    base::writeConsoleFirst(report, writeToConsole, u"No servername found. Stopping NabImport.");
+    output.consoleFirst(u"No servername found. Stopping NabImport.");
     return;
   }
   NAB::NabImport nabImport(batchSize, server, useNamesNsf(), true);
@@ -26,7 +27,7 @@ void testNabImport(base::ReportLog& report, bool writeToConsole) {
   do {
     nabImport.step();
     nabImport.print(text, stepIndent);
-    base::writeConsoleFirst(report, writeToConsole, text);
+    output.consoleFirst(text);
     text = u"IMPORTING:";
   } while (!nabImport.done());
 }

@@ -14,7 +14,19 @@ using notes::DominoApiTools::errorText;
 
 void NabImport::createProfile(const DirectoryEntry& entry) {
   try {
-    writeNew(entry);
+    NsfDbConnection connection(notes::configurationDatabase);
+    notes::OpenNote created;
+    const STATUS status = created.create(connection);
+    if (status != 0) throw DominoApiError(u"Could not create note: " + errorText(status));
+    {
+      NoteHandle handle(created);
+      NsfNote note(handle.handle());
+      defaultProfile_.copyTo(note);
+      addItems(entry, note);
+      ++result_.created;
+      handle.update();
+    }
+    connection.close();
   } catch (const NsfDbConnection::DbConnectionError& error) {
     throw NabImportCreateError(u"DBConnection error: " + error.message());
   } catch (const NoteHandle::NoteHandleError& error) {
@@ -31,25 +43,18 @@ void NabImport::createProfile(const DirectoryEntry& entry) {
   }
 }
 
-void NabImport::writeNew(const DirectoryEntry& entry) {
-  NsfDbConnection connection(notes::configurationDatabase);
-  notes::OpenNote created;
-  const STATUS status = created.create(connection);
-  if (status != 0) throw DominoApiError(u"Could not create note: " + errorText(status));
-  {
-    NoteHandle handle(created);
-    NsfNote note(handle.handle());
-    defaultProfile_.copyTo(note);
-    addItems(entry, note);
-    ++result_.created;
-    handle.update();
-  }
-  connection.close();
-}
-
+// Whether the user's mail is filtered stays as it was set.
 void NabImport::updateProfile(const DirectoryEntry& entry, NOTEID id) {
   try {
-    writeExisting(entry, id);
+    NsfDbConnection connection(notes::configurationDatabase);
+    {
+      NoteHandle handle(connection, id);
+      NsfNote note(handle.handle());
+      addItems(entry, note);
+      ++result_.updated;
+      handle.update();
+    }
+    connection.close();
   } catch (const NsfDbConnection::DbConnectionError& error) {
     throw NabImportUpdateError(u"DBConnection error: " + error.message());
   } catch (const NoteHandle::NoteHandleError& error) {
@@ -57,19 +62,6 @@ void NabImport::updateProfile(const DirectoryEntry& entry, NOTEID id) {
   } catch (const NabImportAddItemError& error) {
     throw NabImportUpdateError(error.message());
   }
-}
-
-// Whether the user's mail is filtered stays as it was set.
-void NabImport::writeExisting(const DirectoryEntry& entry, NOTEID id) {
-  NsfDbConnection connection(notes::configurationDatabase);
-  {
-    NoteHandle handle(connection, id);
-    NsfNote note(handle.handle());
-    addItems(entry, note);
-    ++result_.updated;
-    handle.update();
-  }
-  connection.close();
 }
 
 void NabImport::addItems(const DirectoryEntry& entry, NsfNote& note) {

@@ -4,7 +4,6 @@
 
 #include "base/text.h"
 #include "configuration/quellbright_translation.h"
-#include "documents/server_profile.h"
 #include "notes/domino_api_tools.h"
 #include "notes/formula_search.h"
 #include "notes/note_handles.h"
@@ -20,7 +19,6 @@ using notes::NoteHandle;
 using notes::NsfDbConnection;
 using notes::NsfNote;
 using notes::DominoApiTools::DominoApiError;
-using notes::DominoApiTools::DominoApiToolsError;
 using notes::DominoApiTools::errorText;
 
 // By the number of the category; the first three numbers are none. The key of its language text,
@@ -29,8 +27,6 @@ constexpr std::array internalNames = {u"",           u"",          u"",
                                       u"nab_import", u"user_sync", u"software_update"};
 constexpr std::array displayNames = {
     u"", u"", u"", u"User Import", u"User Synchronization", u"Software Updates"};
-
-constexpr int eventDepth = 2;
 
 std::u16string categoryText(std::int32_t category) {
   const auto number = static_cast<std::size_t>(category);
@@ -45,71 +41,28 @@ std::u16string categoryText(std::int32_t category) {
   return displayName;
 }
 
-void writeEvent(const std::u16string& server, std::int32_t category,
-                const std::u16string& message) {
-  NsfDbConnection connection(notes::configurationDatabase);
-  notes::OpenNote created;
-  const STATUS status = created.create(connection);
-  if (status != 0) {
-    throw DominoApiError(u"NsfNoteCreate failed with error: " + errorText(status));
-  }
-  {
-    NoteHandle handle(created);
-    NsfNote note(handle.handle());
-    note.setTextNarrow("Form", "qbEvent");
-    note.setTextNarrow("Subject", "Quellbright Event");
-    note.setTimeNow("reported");
-    note.setText("Server", server);
-    note.setNumber("category", static_cast<NUMBER>(category));
-    note.setText("category_text", categoryText(category));
-    note.setText("event", message);
-    handle.update();
-  }
-  connection.close();
-}
-
-VrxEvent readEvent(NOTEID id) {
-  NsfDbConnection connection(notes::configurationDatabase);
-  VrxEvent event;
-  {
-    const NoteHandle handle(connection, id);
-    const NsfNote note(handle.handle());
-    event.categoryText = note.getTextOrEmpty("category_text");
-    event.eventText = note.getTextOrEmpty("event");
-    event.reported = base::toWideFromLocal(note.getTimeTextOrEmpty("reported").c_str());
-  }
-  connection.close();
-  return event;
-}
-
 }  // namespace
-
-void createTestEvents(base::ReportLog& report, bool writeToConsole) {
-  const auto fail = [&](const base::Error& error) {
-    base::writeConsoleFirst(report, writeToConsole, u"Create event error: " + error.message());
-  };
-  base::writeConsoleFirst(report, writeToConsole, u"Creating quellbright test events.");
-  try {
-    std::u16string server;
-    currentServerName(server);
-    createEvent(server, nabImportCategory, u"This is a testmessage in the NABImport-category.");
-    createEvent(server, softwareUpdateCategory,
-                u"This is a testmessage in the softwareupdate-category.");
-    createEvent(server, userSyncCategory, u"This is a testmessage in the Usersync-category.");
-  } catch (const CreateEventError& error) {
-    fail(error);
-  } catch (const DominoApiToolsError& error) {
-    fail(error);
-  } catch (const DominoApiError& error) {
-    fail(error);
-  }
-  base::writeConsoleFirst(report, writeToConsole, u"Done creating quellbright test events.");
-}
 
 void createEvent(const std::u16string& server, std::int32_t category,
                  const std::u16string& message) {
   try {
-    writeEvent(server, category, message);
+    NsfDbConnection connection(notes::configurationDatabase);
+    notes::OpenNote created;
+    const STATUS status = created.create(connection);
+    if (status != 0) throw DominoApiError(u"NsfNoteCreate failed with error: " + errorText(status));
+    {
+      NoteHandle handle(created);
+      NsfNote note(handle.handle());
+      note.setTextNarrow("Form", "qbEvent");
+      note.setTextNarrow("Subject", "Quellbright Event");
+      note.setTimeNow("reported");
+      note.setText("Server", server);
+      note.setNumber("category", static_cast<NUMBER>(category));
+      note.setText("category_text", categoryText(category));
+      note.setText("event", message);
+      handle.update();
+    }
+    connection.close();
   } catch (const NoteHandle::NoteHandleError& error) {
     throw CreateEventError(u"Could not open or close notehandle: " + error.message());
   } catch (const NsfNote::DominoApiError& error) {
@@ -121,21 +74,6 @@ void createEvent(const std::u16string& server, std::int32_t category,
   } catch (const NsfDbConnection::DbConnectionError& error) {
     throw CreateEventError(u"DBconecction failed: " + error.message());
   }
-}
-
-void showEvents(base::ReportLog& report, bool writeToConsole) {
-  base::writeConsoleFirst(report, writeToConsole, u"Testing Get VRX events:");
-  try {
-    std::vector<VrxEvent> events;
-    getVrxEvents(events);
-    for (const VrxEvent& event : events) {
-      base::writeConsoleFirst(report, writeToConsole, eventLine(event, eventDepth));
-    }
-  } catch (const GetVrxEventsError& error) {
-    base::writeConsoleFirst(report, writeToConsole,
-                            u"Error Testing Get VRX events: " + error.message());
-  }
-  base::writeConsoleFirst(report, writeToConsole, u"Done Testing Get VRX events.");
 }
 
 void getVrxEvents(std::vector<VrxEvent>& events) {
@@ -162,7 +100,17 @@ void getVrxEvents(std::vector<VrxEvent>& events) {
 
 void loadEvent(NOTEID id, std::vector<VrxEvent>& events) {
   try {
-    events.push_back(readEvent(id));
+    NsfDbConnection connection(notes::configurationDatabase);
+    VrxEvent event;
+    {
+      const NoteHandle handle(connection, id);
+      const NsfNote note(handle.handle());
+      event.categoryText = note.getTextOrEmpty("category_text");
+      event.eventText = note.getTextOrEmpty("event");
+      event.reported = base::toWideFromLocal(note.getTimeTextOrEmpty("reported").c_str());
+    }
+    connection.close();
+    events.push_back(std::move(event));
   } catch (const NsfNote::NsfNoteError& error) {
     throw InsertVrxEventError(u"NsfNote Error: " + error.message());
   } catch (const NsfNote::DominoApiError& error) {

@@ -1,7 +1,4 @@
 // The event documents of the configuration database: what happened to the add-on, one note each.
-//
-// The run writes three test events, one for each category, and then lists all events. Both steps
-// write for themselves, the console first, and report what fails as a line of their section.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +6,6 @@
 #include <vector>
 
 #include "base/error.h"
-#include "base/report_log.h"
 #include "notes/abi.h"
 
 namespace documents {
@@ -41,14 +37,10 @@ struct VrxEvent {
   std::u16string reported;  ///< In the library's own form of a time.
 };
 
-void createTestEvents(base::ReportLog& report, bool writeToConsole);
-
 /// Writes one event. Raises CreateEventError, and std::out_of_range for a number below 0
 /// or above those of the categories.
 void createEvent(const std::u16string& server, std::int32_t category,
                  const std::u16string& message);
-
-void showEvents(base::ReportLog& report, bool writeToConsole);
 
 /// Adds all events in the order of the search; one that cannot be read has a placeholder. Raises
 /// GetVrxEventsError.

@@ -15,23 +15,6 @@ using notes::NoteHandle;
 using notes::NsfDbConnection;
 using notes::NsfNote;
 
-constexpr int sectionDepth = 5;
-
-InstalledUpdate readUpdate(NOTEID id) {
-  NsfDbConnection connection(notes::configurationDatabase);
-  InstalledUpdate update;
-  {
-    const NoteHandle handle(connection, id);
-    const NsfNote note(handle.handle());
-    update.item = note.getTextOrEmpty("install_item");
-    update.version = note.getTextOrEmpty("update_version");
-    update.server = note.getTextOrEmpty("installed_on_server");
-    update.date = base::toWideFromUtf8(note.getTimeTextOrEmpty("installed_date"));
-  }
-  connection.close();
-  return update;
-}
-
 }  // namespace
 
 void InstalledUpdates::load() {
@@ -55,7 +38,18 @@ void InstalledUpdates::load() {
 
 void InstalledUpdates::loadUpdate(NOTEID id) {
   try {
-    updates_.push_back(readUpdate(id));
+    NsfDbConnection connection(notes::configurationDatabase);
+    InstalledUpdate update;
+    {
+      const NoteHandle handle(connection, id);
+      const NsfNote note(handle.handle());
+      update.item = note.getTextOrEmpty("install_item");
+      update.version = note.getTextOrEmpty("update_version");
+      update.server = note.getTextOrEmpty("installed_on_server");
+      update.date = base::toWideFromUtf8(note.getTimeTextOrEmpty("installed_date"));
+    }
+    connection.close();
+    updates_.push_back(std::move(update));
   } catch (const notes::DominoApiTools::DominoApiError& error) {
     throw InstalledUpdateLoadError(error.message());
   } catch (const NsfNote::NsfNoteError& error) {
@@ -91,17 +85,6 @@ std::u16string InstalledUpdates::print(int depth) const {
     text.append(inner).append(version).append(update.version);
   }
   return text;
-}
-
-void showInstalledUpdates(base::ReportLog& report, bool writeToConsole) {
-  base::writeConsoleFirst(report, writeToConsole, u"SEARCHING FOR INSTALLED UPDATES...");
-  try {
-    InstalledUpdates updates;
-    updates.load();
-    base::writeConsoleFirst(report, writeToConsole, updates.print(sectionDepth));
-  } catch (const InstalledUpdates::InstalledUpdatesError& error) {
-    base::writeConsoleFirst(report, writeToConsole, error.message());
-  }
 }
 
 }  // namespace documents

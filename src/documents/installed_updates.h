@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "base/error.h"
-#include "base/report_log.h"
 #include "notes/abi.h"
 
 namespace documents {
@@ -42,8 +41,5 @@ class InstalledUpdates {
  private:
   std::vector<InstalledUpdate> updates_;
 };
-
-/// Writes the section, the console first.
-void showInstalledUpdates(base::ReportLog& report, bool writeToConsole);
 
 }  // namespace documents

@@ -5,8 +5,7 @@
 namespace driver {
 
 void testAccess(const configuration::VRXConfiguration& configuration,
-                const std::u16string& reportDirectory, base::ReportLog& report,
-                bool writeToConsole) {
+                const std::u16string& reportDirectory, const base::Output& output) {
   base::ReportLog testLog(makeLogFolder(configuration.dataDirectory, reportDirectory),
                           configuration.logNameSecond + u"-TESTLOGFILE-",
                           configuration.logExtension, configuration.logNameFirst + u"[test]",
@@ -17,8 +16,7 @@ void testAccess(const configuration::VRXConfiguration& configuration,
     testLog.close();
     outcome = u": Succes!";
   }
-  base::writeReportFirst(report, writeToConsole,
-                         u"ACCESS TO QUELLBRIGHTDIRECTORY: " + testLog.fileName() + outcome);
+  output.reportFirst(u"ACCESS TO QUELLBRIGHTDIRECTORY: " + testLog.fileName() + outcome);
 }
 
 }  // namespace driver

@@ -12,7 +12,6 @@ namespace driver {
 /// opened. It lands in the add-on's folder within the data directory, or where that cannot be made
 /// in `reportDirectory`. The file stays.
 void testAccess(const configuration::VRXConfiguration& configuration,
-                const std::u16string& reportDirectory, base::ReportLog& report,
-                bool writeToConsole);
+                const std::u16string& reportDirectory, const base::Output& output);
 
 }  // namespace driver

@@ -14,8 +14,8 @@
 #include "directory/nab_import_test_run.h"
 #include "directory/recipient_profiles.h"
 #include "documents/customer_profile.h"
-#include "documents/event_store.h"
-#include "documents/installed_updates.h"
+#include "documents/event_steps.h"
+#include "documents/installed_updates_step.h"
 #include "documents/server_profile.h"
 #include "driver/access_test.h"
 #include "driver/environment_checks.h"
@@ -30,8 +30,8 @@ namespace driver {
 namespace {
 
 namespace DominoApiTools = notes::DominoApiTools;
+using base::Output;
 using base::ReportLog;
-using base::writeReportFirst;
 using configuration::SenderFilterCache;
 using configuration::VRXConfiguration;
 using platform::printNarrowLine;
@@ -75,57 +75,56 @@ bool initialiseNotes(int argc, char** argv) {
   return false;
 }
 
-void reportEnvironment(ReportLog& report, bool writeToConsole) {
+void reportEnvironment(const Output& output) {
   std::string text;
   systemEnvironmentText(environmentNames(), text, sectionIndent);
-  writeReportFirst(report, writeToConsole, base::toWideFromUtf7(text.c_str()));
+  output.reportFirst(base::toWideFromUtf7(text.c_str()));
   dominoEnvironmentText(environmentChecks(), text, sectionIndent);
-  writeReportFirst(report, writeToConsole, base::toWideFromUtf7(text.c_str()));
+  output.reportFirst(base::toWideFromUtf7(text.c_str()));
 }
 
-void reportFiles(ReportLog& report, bool writeToConsole) {
+void reportFiles(const Output& output) {
   const std::u16string dataDirectory = DominoApiTools::dataDirectory();
   const std::u16string executableDirectory = DominoApiTools::executableDirectory();
   std::u16string text;
   fileCheckText(checkedFiles(executableDirectory, dataDirectory), text, sectionIndent);
-  writeReportFirst(report, writeToConsole, text);
+  output.reportFirst(text);
 }
 
 // Both documents are read anew for the console, and only once both stand in the report.
-void reportProfiles(ReportLog& report, bool writeToConsole) {
-  if (report.isEnabled(base::ordinaryLevel)) {
-    report.write(documents::customerProfileText());
-    report.write(documents::serverProfileText());
+void reportProfiles(const Output& output) {
+  if (output.report.isEnabled(base::ordinaryLevel)) {
+    output.report.write(documents::customerProfileText());
+    output.report.write(documents::serverProfileText());
   }
-  if (writeToConsole) {
+  if (output.toConsole) {
     printWideLine(documents::customerProfileText());
     printWideLine(documents::serverProfileText());
   }
 }
 
-void reportFilteredUsers(ReportLog& report, bool writeToConsole) {
+void reportFilteredUsers(const Output& output) {
   try {
     std::uint32_t count = 0;
     directory::countFilteredUsers(count);
-    writeReportFirst(report, writeToConsole,
-                     u"Number of filtered users: " + base::numberToText(count));
+    output.reportFirst(u"Number of filtered users: " + base::numberToText(count));
   } catch (const directory::UserCountError& error) {
-    writeReportFirst(report, writeToConsole, u"Could not count users: " + error.message());
+    output.reportFirst(u"Could not count users: " + error.message());
   }
 }
 
-void reportConfiguration(VRXConfiguration& configuration, ReportLog& report, bool writeToConsole) {
+void reportConfiguration(VRXConfiguration& configuration, const Output& output) {
   try {
     configuration.initialise();
     bool reloaded = false;
     configuration.refresh(reloaded);
-    writeReportFirst(report, writeToConsole, configuration.report());
+    output.reportFirst(configuration.report());
   } catch (const VRXConfiguration::ConfigurationError& error) {
-    writeReportFirst(report, writeToConsole, u"Could not load configuration: " + error.message());
+    output.reportFirst(u"Could not load configuration: " + error.message());
   }
 }
 
-void reportSenderFilter(ReportLog& report, bool writeToConsole) {
+void reportSenderFilter(const Output& output) {
   constexpr std::int32_t refreshSeconds = 60;
   try {
     SenderFilterCache cache(refreshSeconds);
@@ -133,10 +132,9 @@ void reportSenderFilter(ReportLog& report, bool writeToConsole) {
     cache.refresh(reloaded);
     std::u16string text;
     cache.print(text, sectionIndent);
-    writeReportFirst(report, writeToConsole, text);
+    output.reportFirst(text);
   } catch (const SenderFilterCache::SenderFilterCacheError& error) {
-    writeReportFirst(report, writeToConsole,
-                     u"Could not load senderfiltercache: " + error.message());
+    output.reportFirst(u"Could not load senderfiltercache: " + error.message());
   }
 }
 
@@ -166,14 +164,15 @@ ExitStatus run(int argc, char** argv) {
   report.open();
   printWideLine(u"Output from diagnostic is written to: " + report.fileName());
 
-  reportEnvironment(report, writeToConsole);
-  reportFiles(report, writeToConsole);
-  reportProfiles(report, writeToConsole);
-  reportFilteredUsers(report, writeToConsole);
+  const Output output{report, writeToConsole};
+  reportEnvironment(output);
+  reportFiles(output);
+  reportProfiles(output);
+  reportFilteredUsers(output);
   VRXConfiguration configuration;
-  reportConfiguration(configuration, report, writeToConsole);
-  testAccess(configuration, reportDirectory, report, writeToConsole);
-  reportSenderFilter(report, writeToConsole);
+  reportConfiguration(configuration, output);
+  testAccess(configuration, reportDirectory, output);
+  reportSenderFilter(output);
   directory::testNabImport(report, writeToConsole);
   documents::showInstalledUpdates(report, writeToConsole);
   showSimulatedPath();

@@ -1,3 +1,4 @@
+#include "documents/event_steps.h"
 #include "documents/event_store.h"
 
 #include <regex>
