@@ -43,7 +43,7 @@ std::u16string toWideFromLocal(const char* text) {
                                   replay::unicode::ascii);
 }
 
-std::string toStrictUtf8(std::u16string_view text) {
+std::string toUtf8(std::u16string_view text) {
   return replay::unicode::to_narrow(text, utf8, true);
 }
 
@@ -52,6 +52,8 @@ std::string joined(std::initializer_list<std::string_view> parts) { return joine
 std::u16string joined(std::initializer_list<std::u16string_view> parts) {
   return joinedParts(parts);
 }
+
+std::u16string newLine(unsigned tabs) { return u"\n" + std::u16string(tabs, u'\t'); }
 
 std::u16string numberToText(std::uint32_t number) { return widened(std::to_string(number)); }
 

@@ -25,11 +25,14 @@ std::u16string toWideFromLocal(const char* text);
 
 /// By code page 65001 with checks, which that page has none of: a lone surrogate comes out as
 /// U+FFFD.
-std::string toStrictUtf8(std::u16string_view text);
+std::string toUtf8(std::u16string_view text);
 
 /// The parts one behind the other, copied once.
 std::string joined(std::initializer_list<std::string_view> parts);
 std::u16string joined(std::initializer_list<std::u16string_view> parts);
+
+/// A line feed, and the tabs that the next line begins with.
+std::u16string newLine(unsigned tabs);
 
 /// The decimal digits of a number, behind a minus sign if it is negative.
 std::u16string numberToText(std::uint32_t number);

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/text.h"
 #include "notes/domino_api_tools.h"
 #include "notes/formula_search.h"
 #include "notes/note_handles.h"
@@ -151,7 +152,7 @@ void SenderFilterCache::enter(SenderFilterNote filter) {
 }
 
 void SenderFilterCache::print(std::u16string& out, unsigned indent) const {
-  const std::u16string prefix = u"\n" + std::u16string(indent, u'\t');
+  const std::u16string prefix = base::newLine(indent);
   constexpr std::u16string_view title = u"SENDERFILTER CACHE";
   std::size_t size = out.size() + title.size();
   for (const auto& [key, colour] : filters_) size += prefix.size() + key.size() + longestWord;

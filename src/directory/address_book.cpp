@@ -9,7 +9,7 @@
 namespace directory {
 
 AddressBook::AddressBook(std::u16string path)
-    : completePath_(std::move(path)), narrowPath_(base::toStrictUtf8(completePath_)) {
+    : completePath_(std::move(path)), narrowPath_(base::toUtf8(completePath_)) {
   notes::NetworkPath parts;
   const STATUS status = notes::parsePath(narrowPath_, parts);
   if (status != 0) {

@@ -25,7 +25,7 @@ void AddressBooks::load(const std::u16string& server, bool useNamesOnly) {
     return;
   }
   notes::AddressBookList list;
-  STATUS status = list.ask(base::toStrictUtf8(server));
+  STATUS status = list.ask(base::toUtf8(server));
   if (status != 0) {
     messages_.push_back(u"NAMEGetAddressBooks call to server " + server + u"failed: " +
                         errorText(status));
@@ -53,7 +53,7 @@ void AddressBooks::addListed(std::string_view path) {
 }
 
 std::u16string AddressBooks::print(unsigned indent) const {
-  const std::u16string newLine = u"\n" + std::u16string(indent, u'\t');
+  const std::u16string newLine = base::newLine(indent);
   std::u16string text = newLine + u"ADDRESSBOKS:";
   if (!searchServer_.empty()) {
     text.append(newLine).append(u"Searched using server: ").append(searchServer_);

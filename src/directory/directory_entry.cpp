@@ -98,9 +98,9 @@ void DirectoryEntry::addExtension() {
 }
 
 std::string DirectoryEntry::networkPath() const {
-  const std::string filePathNarrow = base::toStrictUtf8(filePath_);
+  const std::string filePathNarrow = base::toUtf8(filePath_);
   std::string path;
-  const STATUS status = notes::constructPath(base::toStrictUtf8(mailServer_), filePathNarrow, path);
+  const STATUS status = notes::constructPath(base::toUtf8(mailServer_), filePathNarrow, path);
   if (status != 0) {
     throw DirectoryEntryError(u"OSPathNetConstruct failed: " + errorText(status));
   }
@@ -123,7 +123,7 @@ void DirectoryEntry::readMailDatabase(const notes::OpenDatabase& open) {
 }
 
 std::u16string DirectoryEntry::print(unsigned indent) const {
-  const std::u16string newLine = u"\n" + std::u16string(indent, u'\t');
+  const std::u16string newLine = base::newLine(indent);
   return base::joined({u"DIRECTORY ENTRY:",  //
                        newLine,
                        u"Type............: ",

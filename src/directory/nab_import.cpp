@@ -15,8 +15,7 @@ constexpr unsigned entryIndent = 2;
 }  // namespace
 
 std::u16string ImportResult::print(unsigned indent) const {
-  const std::u16string tabs(indent, u'\t');
-  const std::u16string newLine = u"\n" + tabs;
+  const std::u16string newLine = base::newLine(indent);
   // The number of entries taken up stands twice.
   std::u16string text = base::joined({
       u"\n", newLine, u"IMPORT RESULT:", numberToText(processed),  //
@@ -26,7 +25,8 @@ std::u16string ImportResult::print(unsigned indent) const {
       newLine, u"Created...: ", numberToText(created),             //
       newLine, u"MESSAGES:",                                       //
   });
-  for (const std::u16string& message : messages) text.append(u"\n\t").append(tabs).append(message);
+  for (const std::u16string& message : messages)
+    text.append(base::newLine(indent + 1)).append(message);
   return text;
 }
 
@@ -88,7 +88,7 @@ void NabImport::importBatch() {
 }
 
 void NabImport::importEntry(const DirectoryEntry& entry) {
-  const std::string replicaIdNarrow = base::toStrictUtf8(entry.replicaId());
+  const std::string replicaIdNarrow = base::toUtf8(entry.replicaId());
   try {
     const NOTEID id = GetUserByReplicaId::find(replicaIdNarrow);
     if (simulate_) {
@@ -108,7 +108,7 @@ void NabImport::importEntry(const DirectoryEntry& entry) {
 }
 
 void NabImport::print(std::u16string& out, unsigned indent) const {
-  const std::u16string newLine = u"\n" + std::u16string(indent, u'\t');
+  const std::u16string newLine = base::newLine(indent);
   const std::u16string books = addressBooks_.print(indent);
   const std::u16string outcome = result_.print(indent);
   std::size_t size = out.size() + newLine.size() + books.size() + outcome.size();

@@ -62,7 +62,7 @@ void InstalledUpdates::loadUpdate(NOTEID id) {
 }
 
 std::u16string InstalledUpdates::print(int depth) const {
-  const std::u16string outer = u"\n" + std::u16string(static_cast<std::size_t>(depth), u'\t');
+  const std::u16string outer = base::newLine(static_cast<unsigned>(depth));
   const std::u16string inner = outer + u"\t";
   constexpr std::u16string_view title = u"INSTALLED UPDATES:";
   constexpr std::u16string_view date = u"Date:\t\t";

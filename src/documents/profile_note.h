@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <string>
 
+#include "base/text.h"
 #include "notes/nsf_note.h"
 
 namespace documents {
@@ -38,8 +39,11 @@ inline void forgetChanges(std::initializer_list<ProfileField*> fields) {
 /// Appends a line that shows a field: `depth` tabs, the label, and the value in brackets.
 inline void appendField(std::u16string& text, int depth, const char16_t* label,
                         const ProfileField& field) {
-  text.append(u"\n").append(static_cast<std::size_t>(depth), u'\t');
-  text.append(label).append(u"(").append(field.value).append(u")");
+  text.append(base::newLine(static_cast<unsigned>(depth)))
+      .append(label)
+      .append(u"(")
+      .append(field.value)
+      .append(u")");
 }
 
 }  // namespace documents

@@ -25,7 +25,7 @@ void ServerProfileDocument::load() {
     NsfDbConnection connection(notes::configurationDatabase);
     if (serverName_.value.empty()) currentServerName(serverName_.value);
     notes::OpenNote profile;
-    require(profile.openProfile(connection, profileName, base::toStrictUtf8(serverName_.value)),
+    require(profile.openProfile(connection, profileName, base::toUtf8(serverName_.value)),
             u"Could not open server profile document.");
     const NsfNote note(profile.handle());
     for (ProfileField* const field :
@@ -52,7 +52,7 @@ std::u16string ServerProfileDocument::print(int depth) const {
 
 void ServerProfileDocument::update() {
   const auto fields = {&serverName_, &dominoVersion_, &scanningEngineVersion_, &vrxVersion_};
-  const std::string server = base::toStrictUtf8(serverName_.value);
+  const std::string server = base::toUtf8(serverName_.value);
   try {
     NsfDbConnection connection(notes::configurationDatabase);
     notes::OpenNote profile;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/paths.h"
+#include "base/text.h"
 #include "notes/domino_api_tools.h"
 #include "notes/nsf_db_connection.h"
 
@@ -78,11 +79,10 @@ void dominoEnvironmentText(const std::map<std::string, std::string>& checks, std
 }
 
 void fileCheckText(const std::vector<std::u16string>& paths, std::u16string& text, int indent) {
-  const std::string start = lineStart(indent);
   text = u"FILE CHECK:";
   for (const std::u16string& path : paths) {
-    text.append(start.begin(), start.end());
-    text += path + (base::fileExists(path) ? u" was found." : u" was not found.");
+    text += base::newLine(static_cast<unsigned>(indent)) + path +
+            (base::fileExists(path) ? u" was found." : u" was not found.");
   }
 }
 

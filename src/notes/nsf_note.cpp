@@ -120,7 +120,7 @@ std::string NsfNote::getTimeTextOrEmpty(const std::string& item) const {
 }
 
 void NsfNote::setText(const std::string& item, const std::u16string& text) {
-  setTextNarrow(item, base::toStrictUtf8(text));
+  setTextNarrow(item, base::toUtf8(text));
 }
 
 void NsfNote::setTextNarrow(const std::string& item, const std::string& text) {

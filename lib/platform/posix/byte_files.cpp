@@ -8,18 +8,10 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/posix/write_all.h"
+
 namespace platform {
 namespace {
-
-bool writeAll(int file, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(file, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
-}
 
 ReadOutcome readAll(int file, std::string& bytes) {
   constexpr std::size_t piece = 1U << 20;

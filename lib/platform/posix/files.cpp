@@ -9,6 +9,7 @@
 #include <cerrno>
 
 #include "platform/posix/paths.h"
+#include "platform/posix/write_all.h"
 
 namespace platform {
 namespace {
@@ -114,13 +115,7 @@ bool OutputFile::moveTo(std::int64_t position) {
 }
 
 bool OutputFile::write(std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(static_cast<int>(handle_), bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
+  return writeAll(static_cast<int>(handle_), bytes);
 }
 
 }  // namespace platform

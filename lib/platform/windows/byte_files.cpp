@@ -9,6 +9,7 @@
 #include <cwchar>
 
 #include "platform/code_pages.h"
+#include "platform/windows/write_all.h"
 
 // The runtime library's own: it takes the command line of the process apart.
 extern "C" int __wgetmainargs(int* argc, wchar_t*** argv, wchar_t*** environment, int expand,
@@ -45,16 +46,6 @@ ReadOutcome readAll(HANDLE file, std::string& bytes) {
     if (!done && GetLastError() != ERROR_BROKEN_PIPE) return ReadOutcome::failed;
     if (count == 0) return ReadOutcome::read;
   }
-}
-
-bool writeAll(HANDLE file, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const auto count = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1U << 30));
-    DWORD written = 0;
-    if (!WriteFile(file, bytes.data(), count, &written, nullptr) || written == 0) return false;
-    bytes.remove_prefix(written);
-  }
-  return true;
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/code_pages.h"
+#include "platform/windows/write_all.h"
 
 namespace platform {
 namespace {
@@ -27,15 +28,6 @@ std::basic_string<Character> asLine(std::basic_string_view<Character> text) {
   return line;
 }
 
-void writeBytes(HANDLE output, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const auto count = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1U << 30));
-    DWORD written = 0;
-    if (!WriteFile(output, bytes.data(), count, &written, nullptr) || written == 0) return;
-    bytes.remove_prefix(written);
-  }
-}
-
 void writeUnits(HANDLE console, std::u16string_view units) {
   while (!units.empty()) {
     const auto count = static_cast<DWORD>(std::min(units.size(), largestConsoleWrite));
@@ -48,7 +40,7 @@ void writeUnits(HANDLE console, std::u16string_view units) {
 }  // namespace
 
 void printNarrowLine(std::string_view text) {
-  writeBytes(GetStdHandle(STD_OUTPUT_HANDLE), asLine(text));
+  writeAll(GetStdHandle(STD_OUTPUT_HANDLE), asLine(text));
 }
 
 void printWideLine(std::u16string_view text) {
@@ -58,7 +50,7 @@ void printWideLine(std::u16string_view text) {
   if (GetConsoleMode(output, &mode)) {
     writeUnits(output, line);
   } else {
-    writeBytes(output, wideToUtf8(line));
+    writeAll(output, wideToUtf8(line));
   }
 }
 

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "platform/windows/write_all.h"
+
 namespace platform {
 namespace {
 
@@ -69,16 +71,6 @@ bool OutputFile::moveTo(std::int64_t position) {
   return SetFilePointerEx(asHandle(handle_), target, nullptr, FILE_BEGIN) != 0;
 }
 
-bool OutputFile::write(std::string_view bytes) {
-  while (!bytes.empty()) {
-    const auto count = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1U << 30));
-    DWORD written = 0;
-    if (!WriteFile(asHandle(handle_), bytes.data(), count, &written, nullptr) || written == 0) {
-      return false;
-    }
-    bytes.remove_prefix(written);
-  }
-  return true;
-}
+bool OutputFile::write(std::string_view bytes) { return writeAll(asHandle(handle_), bytes); }
 
 }  // namespace platform
