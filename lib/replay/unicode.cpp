@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 
+#include "platform/ascii.h"
 #include "platform/code_pages.h"
 #include "replay/codepage_tables.h"
 #include "replay/text.h"
@@ -98,9 +99,9 @@ std::u16string widened_bytes(std::string_view text) {
 std::string normalised(std::string_view name) {
   std::string result;
   for (const char c : name) {
-    const bool is_upper = c >= 'A' && c <= 'Z';
-    const bool is_kept = is_upper || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-    if (is_kept) result += static_cast<char>(is_upper ? c - 'A' + 'a' : c);
+    const char small = platform::lowered(c);
+    const bool is_kept = (small >= 'a' && small <= 'z') || (c >= '0' && c <= '9');
+    if (is_kept) result += small;
   }
   return result;
 }

@@ -5,6 +5,8 @@
 #include <limits>
 #include <type_traits>
 
+#include "replay/leading_integer.h"
+
 namespace replay {
 namespace {
 
@@ -17,19 +19,6 @@ std::int32_t saturated(float value) {
   if (value >= 2147483648.0F) return static_cast<std::int32_t>(largest);
   if (value <= -2147483648.0F) return static_cast<std::int32_t>(smallest);
   return static_cast<std::int32_t>(value);
-}
-
-template <typename Text>
-std::int32_t leading_integer(const Text& text) {
-  const auto is_blank = [](auto unit) { return unit == ' ' || (unit >= '\t' && unit <= '\r'); };
-  auto unit = std::find_if_not(text.begin(), text.end(), is_blank);
-  const bool negative = unit != text.end() && *unit == '-';
-  if (unit != text.end() && (*unit == '-' || *unit == '+')) ++unit;
-  std::int64_t value = 0;
-  for (; unit != text.end() && *unit >= '0' && *unit <= '9'; ++unit) {
-    value = std::min<std::int64_t>(value * 10 + (*unit - '0'), largest + 1);
-  }
-  return static_cast<std::int32_t>(std::clamp(negative ? -value : value, smallest, largest));
 }
 
 }  // namespace
@@ -47,7 +36,8 @@ std::int32_t variant::as_integer() const {
         } else if constexpr (std::is_same_v<type, float>) {
           return saturated(value);
         } else {
-          return leading_integer(value);
+          return static_cast<std::int32_t>(
+              std::clamp(leading_integer(value).value_or(0), smallest, largest));
         }
       },
       value_);

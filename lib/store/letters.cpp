@@ -3,32 +3,25 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "platform/ascii.h"
 #include "platform/code_pages.h"
 
 namespace store {
-namespace {
-
-char loweredLetter(char letter) {
-  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-}  // namespace
-
 std::string lowered(std::string_view text) {
   std::string result(text);
-  for (char& letter : result) letter = loweredLetter(letter);
+  for (char& letter : result) letter = platform::lowered(letter);
   return result;
 }
 
 bool equalNames(std::string_view left, std::string_view right) {
   return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [](char a, char b) { return loweredLetter(a) == loweredLetter(b); });
+                    [](char a, char b) { return platform::lowered(a) == platform::lowered(b); });
 }
 
 std::size_t hashOfName(std::string_view name) {
   std::uint64_t hash = 0xCBF29CE484222325;
   for (const char letter : name)
-    hash = (hash ^ static_cast<unsigned char>(loweredLetter(letter))) * 0x100000001B3;
+    hash = (hash ^ static_cast<unsigned char>(platform::lowered(letter))) * 0x100000001B3;
   return static_cast<std::size_t>(hash);
 }
 

@@ -1,9 +1,9 @@
 #include "base/text.h"
 
 #include <algorithm>
-#include <charconv>
-#include <system_error>
+#include <utility>
 
+#include "replay/leading_integer.h"
 #include "replay/unicode.h"
 
 namespace base {
@@ -60,18 +60,9 @@ std::u16string numberToText(std::uint32_t number) { return widened(std::to_strin
 std::u16string numberToText(std::int32_t number) { return widened(std::to_string(number)); }
 
 std::optional<std::int32_t> leadingInteger(std::u16string_view text) {
-  const std::size_t begin = std::min(text.find_first_not_of(u" \t\n\v\f\r"), text.size());
-  text.remove_prefix(begin);
-  const bool isSigned = text.starts_with(u'+') || text.starts_with(u'-');
-  const std::size_t digits = isSigned ? 1 : 0;
-  const std::size_t end = std::min(text.find_first_not_of(u"0123456789", digits), text.size());
-  // The digits are ASCII, so that from_chars may read them as bytes; it knows no plus sign.
-  const std::string number(text.begin() + (text.starts_with(u'+') ? 1 : 0),
-                           text.begin() + static_cast<std::ptrdiff_t>(end));
-  std::int32_t value = 0;
-  const auto [rest, error] = std::from_chars(number.data(), number.data() + number.size(), value);
-  if (error != std::errc()) return std::nullopt;
-  return value;
+  const std::optional<std::int64_t> integer = replay::leading_integer(text);
+  if (!integer.has_value() || !std::in_range<std::int32_t>(*integer)) return std::nullopt;
+  return static_cast<std::int32_t>(*integer);
 }
 
 }  // namespace base

@@ -40,14 +40,14 @@ void ItemReader::readList(const std::string& item, std::vector<std::u16string>& 
   } catch (const NsfNote::NsfNoteError&) {
     destination.clear();
   }
-  addRow(label, joined(destination));
+  addRow(label, listed(destination));
 }
 
 void ItemReader::addRow(const std::u16string& label, const std::u16string& value) {
   rows_.push_back({label, value});
 }
 
-std::u16string joined(const std::vector<std::u16string>& texts) {
+std::u16string listed(const std::vector<std::u16string>& texts) {
   std::u16string text;
   for (const std::u16string& part : texts) {
     if (&part != &texts.front()) text += u", ";

@@ -47,6 +47,6 @@ class ItemReader {
 };
 
 /// The texts with ", " between them.
-std::u16string joined(const std::vector<std::u16string>& texts);
+std::u16string listed(const std::vector<std::u16string>& texts);
 
 }  // namespace configuration

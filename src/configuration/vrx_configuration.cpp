@@ -7,6 +7,7 @@
 #include "notes/formula_search.h"
 #include "notes/note_handles.h"
 #include "notes/nsf_db_connection.h"
+#include "platform/ascii.h"
 #include "platform/clock.h"
 
 namespace configuration {
@@ -18,18 +19,12 @@ using notes::NsfNote;
 using notes::DominoApiTools::DominoApiError;
 using notes::DominoApiTools::errorText;
 
-void lowerAscii(std::u16string& text) {
-  for (char16_t& unit : text) {
-    if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit - u'A' + u'a');
-  }
-}
-
 std::u16string namesOf(DecodingTable<std::int32_t, std::u16string>& names,
                        const std::vector<std::int32_t>& numbers) {
   std::vector<std::u16string> texts;
   texts.reserve(numbers.size());
   for (const std::int32_t number : numbers) texts.push_back(lookUp(names, number));
-  return joined(texts);
+  return listed(texts);
 }
 
 std::vector<std::int32_t> numbersOf(DecodingTable<std::u16string, std::int32_t>& numbers,
@@ -192,7 +187,7 @@ STATUS VRXConfiguration::readNote(NOTEHANDLE handle) {
 void VRXConfiguration::readSpam(ItemReader& items) {
   items.readText("SpamProbabilityThreshold", u"medium", spamThresholdText,
                  u"SPAM probability threshold");
-  lowerAscii(spamThresholdText);
+  for (char16_t& unit : spamThresholdText) unit = platform::lowered(unit);
   spamThresholdActual = lookUp(tables.thresholdNumbers, spamThresholdText);
   items.addRow(u"SPAM threshold: ", lookUp(tables.thresholdNames, spamThresholdText));
   items.addRow(u"SPAM threshold actual:", numberToText(spamThresholdActual));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/ascii.h"
 #include "report/lines.h"
 
 namespace reader {
@@ -9,10 +10,7 @@ namespace {
 
 constexpr std::size_t shortestValue = 3;
 
-unsigned char lowered(char byte) {
-  const bool isUpper = byte >= 'A' && byte <= 'Z';
-  return static_cast<unsigned char>(isUpper ? byte - 'A' + 'a' : byte);
-}
+unsigned char lowered(char byte) { return static_cast<unsigned char>(platform::lowered(byte)); }
 
 bool isWordByte(char byte) {
   const unsigned char small = lowered(byte);

@@ -8,16 +8,12 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "platform/ascii.h"
 #include "platform/posix/paths.h"
 #include "platform/posix/write_all.h"
 
 namespace platform {
 namespace {
-
-char lowered(char character) {
-  const bool isUpper = character >= 'A' && character <= 'Z';
-  return isUpper ? static_cast<char>(character - 'A' + 'a') : character;
-}
 
 // Whether a name matches a mask with "*" and "?", without regard to case. Goes back to the last
 // star only, which is enough because an earlier star need never take more than it has.

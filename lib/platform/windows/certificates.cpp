@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/ascii.h"
 #include "platform/sockets.h"
 
 namespace platform {
@@ -73,11 +74,9 @@ std::uint32_t chainStatus(PCCERT_CONTEXT certificate, const CertificateTrust& tr
   return errors == 0 ? sec::ok : sec::e_untrusted_root;
 }
 
-std::string lowered(std::string_view text) {
+std::string loweredText(std::string_view text) {
   std::string result(text);
-  for (char& c : result) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
+  for (char& c : result) c = lowered(c);
   return result;
 }
 
@@ -92,7 +91,7 @@ bool matches(const std::string& pattern, const std::string& host) {
 std::string narrowed(const wchar_t* text) {
   std::string result;
   for (; *text != L'\0'; ++text) result += *text < 128 ? static_cast<char>(*text) : '?';
-  return lowered(result);
+  return loweredText(result);
 }
 
 // The alternative names of a certificate; nothing if it has none.
@@ -127,7 +126,7 @@ bool isFor(PCCERT_CONTEXT certificate, const std::string& host) {
   const auto* const info = reinterpret_cast<const CERT_ALT_NAME_INFO*>(names.data());
   const std::uint32_t address = sockets.inet_addr(host.c_str());
   for (DWORD index = 0; index < info->cAltEntry; ++index) {
-    if (namesHost(info->rgAltEntry[index], lowered(host), address)) return true;
+    if (namesHost(info->rgAltEntry[index], loweredText(host), address)) return true;
   }
   return false;
 }
