@@ -6,13 +6,10 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <string>
-#include <string_view>
 
 #include "replay/exception.h"
-#include "replay/internet/address.h"
-#include "replay/text.h"
+#include "replay/internet/http_request.h"
 
 namespace replay::internet::http {
 
@@ -37,26 +34,6 @@ class invalid_response : public generic {
   explicit invalid_response(const std::string& message) : generic(message) {
     append_name("invalid_response");
   }
-};
-
-/// Orders the names of headers without regard to case.
-struct header_order {
-  bool operator()(std::string_view left, std::string_view right) const {
-    return iless(left, right);
-  }
-};
-
-using header_map = std::map<std::string, std::string, header_order>;
-
-struct request {
-  /// A request for `text`, "http://host:port/path" with all but the host optional. Resolves the
-  /// host; raises what address::ip4 raises. Another scheme than http counts as the host.
-  explicit request(const std::string& text);
-
-  address::ip4 address;
-  std::string uri;  ///< As it goes on the wire.
-  header_map headers;
-  std::string body;  ///< Whoever sets it adds the header "Content-Length".
 };
 
 struct response {

@@ -1,8 +1,7 @@
-// The parts of an address text, and the form in which its path goes on the wire.
+#include "replay/internet/http_request.h"
 
 #include <utility>
 
-#include "replay/internet/http.h"
 #include "replay/unicode.h"
 #include "replay/variant.h"
 

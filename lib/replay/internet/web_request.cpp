@@ -49,4 +49,10 @@ void WebRequest::execute() {
   for (const char* const dropped : {"\r", "\n", "\t"}) replace_all(body, dropped, "");
 }
 
+std::string WebRequest::value(std::string_view path) const {
+  std::string found;
+  scan_value(body, path, found);
+  return found;
+}
+
 }  // namespace replay::internet

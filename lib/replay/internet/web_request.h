@@ -7,6 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include "replay/internet/xml_value.h"
+
 namespace replay::internet {
 
 class WebRequest {
@@ -32,15 +34,10 @@ class WebRequest {
   /// path is not found. Raises std::out_of_range as that does.
   std::string value(std::string_view path) const;
 
-  /// A forward scan of the text, made for documents whose form is known: it does not validate,
-  /// knows no depth, and takes whatever follows a "<" for a tag. Finds the elements that `path`
-  /// names, separated by ".", each somewhere behind the one before it, and sets `out` to the text
-  /// between the last one's tag and the next tag, its five predefined entities resolved. A name is
-  /// compared without regard to case and as a beginning: "item" takes "<itemlist>" as well. Gives
-  /// false, and leaves `out` alone, where the path is not found or has no names. Raises
-  /// std::out_of_range where nothing follows the last tag or it has no end. Takes time in
-  /// proportion to document and path.
-  static bool scan_value(std::string_view document, std::string_view path, std::string& out);
+  /// As the function of that name does it.
+  static bool scan_value(std::string_view document, std::string_view path, std::string& out) {
+    return internet::scan_value(document, path, out);
+  }
 
   std::string base_url;  ///< With a path, if there are parameters: up to where the query begins.
   std::map<std::string, std::string> parameters;

@@ -1,4 +1,4 @@
-// Reading one value out of a small XML document without building a tree.
+#include "replay/internet/xml_value.h"
 
 #include <array>
 #include <cstddef>
@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "replay/finder.h"
-#include "replay/internet/web_request.h"
 #include "replay/text.h"
 
 namespace replay::internet {
@@ -55,13 +54,7 @@ std::string_view text_behind(std::string_view document, std::size_t from) {
 
 }  // namespace
 
-std::string WebRequest::value(std::string_view path) const {
-  std::string found;
-  scan_value(body, path, found);
-  return found;
-}
-
-bool WebRequest::scan_value(std::string_view document, std::string_view path, std::string& out) {
+bool scan_value(std::string_view document, std::string_view path, std::string& out) {
   const std::vector<std::string> names = split(path, ".");
   if (names.empty()) return false;
   const lower_case fold;

@@ -1,4 +1,4 @@
-#include "platform/posix/code_page_tables.h"
+#include "platform/posix/code_pages/page_data.h"
 
 #include <algorithm>
 

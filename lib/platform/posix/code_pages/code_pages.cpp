@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "platform/posix/bounded_output.h"
-#include "platform/posix/code_page_tables.h"
-#include "platform/posix/iconv_pages.h"
-#include "platform/posix/utf7.h"
-#include "platform/posix/utf8.h"
+#include "platform/posix/code_pages/iconv_pages.h"
+#include "platform/posix/code_pages/page_data.h"
+#include "platform/posix/code_pages/utf7.h"
+#include "platform/posix/code_pages/utf8.h"
 
 namespace platform {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/posix/utf7.h"
+#include "platform/posix/code_pages/utf7.h"
 
 #include <cstddef>
 #include <cstdint>

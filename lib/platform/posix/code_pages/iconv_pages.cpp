@@ -1,4 +1,4 @@
-#include "platform/posix/iconv_pages.h"
+#include "platform/posix/code_pages/iconv_pages.h"
 
 #include <iconv.h>
 
@@ -6,7 +6,7 @@
 #include <bit>
 #include <cerrno>
 
-#include "platform/posix/code_page_tables.h"
+#include "platform/posix/code_pages/page_data.h"
 
 namespace platform {
 namespace {

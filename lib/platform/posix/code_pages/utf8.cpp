@@ -1,4 +1,4 @@
-#include "platform/posix/utf8.h"
+#include "platform/posix/code_pages/utf8.h"
 
 #include <algorithm>
 #include <cstdint>
