@@ -22,8 +22,9 @@ enum class ReadOutcome { read, missing, failed };
 /// Appends all bytes of the file `name`, or of standard input if that is "-".
 ReadOutcome readBytes(const std::string& name, std::string& bytes);
 
-/// Puts `bytes` in place of the file `name`, which nobody but its owner may read: they are written
-/// to a new file beside it, which then takes its name. False leaves the file as it was.
+/// Puts `bytes` in place of the file `name`: they are written to a new file beside it, which then
+/// takes its name. On Linux nobody but its owner may read it; on Windows it has the rights that its
+/// folder gives. False leaves the file as it was.
 bool replacePrivateFile(const std::string& name, std::string_view bytes);
 
 }  // namespace platform

@@ -8,8 +8,8 @@ struct name_row {
   const char* name;
 };
 
-// Names with odd pages and names given twice are settled values; of two rows for one name the first
-// counts.
+// Some names lead to pages that one would not expect, and some stand twice: applications rely on
+// what they have always got. Of two rows for one name the first counts.
 constexpr alias_row aliases[] = {
     {"ascii", -1},
     {"usascii", -1},

@@ -1,7 +1,8 @@
 // The log file that a run writes: the report, and the file of the access test.
 //
-// Each line carries its own time stamp and the process and thread number, and is on the disk when
-// the call returns, so that a run that ends abnormally leaves all earlier lines. No failure leaves
+// Each line carries its own time stamp and the process and thread number, and is handed to the
+// system when the call returns, so that a run that ends abnormally leaves all earlier lines. Nothing
+// waits for the disk: what a machine loses when it goes down is another matter. No failure leaves
 // this class as an exception: a file that does not open is said on the console, and opening is
 // tried again at each line; a file that takes no more stays as it is. The file is Latin-1 with CR
 // LF for each line feed; a line that holds a character above 255 is cut in front of it and is the
@@ -64,7 +65,7 @@ class ReportLog {
   std::int64_t position_ = 0;  // where the next line lands; counted, because to ask costs a call
   std::int64_t second_ = -1;   // that of the time stamp, in seconds since 1970
   std::u16string timeStamp_;
-  std::int32_t maxFileSize_;  // bytes on the disk at which the next line goes to the top
+  std::int32_t maxFileSize_;  // bytes of the file at which the next line goes to the top
   int level_;
   std::u16string numbers_;  // of process and thread, as they stand in each line
   LineBytes line_;

@@ -154,6 +154,7 @@ void SenderFilterCache::enter(SenderFilterNote filter) {
 void SenderFilterCache::print(std::u16string& out, unsigned indent) const {
   const std::u16string prefix = base::newLine(indent);
   constexpr std::u16string_view title = u"SENDERFILTER CACHE";
+  // A list of 100,000 is copied again and again while it grows, unless its size is known.
   std::size_t size = out.size() + title.size();
   for (const auto& [key, colour] : filters_) size += prefix.size() + key.size() + longestWord;
   out.reserve(size);

@@ -187,6 +187,7 @@ STATUS VRXConfiguration::readNote(NOTEHANDLE handle) {
 void VRXConfiguration::readSpam(ItemReader& items) {
   items.readText("SpamProbabilityThreshold", u"medium", spamThresholdText,
                  u"SPAM probability threshold");
+  // The row above shows the setting as it is stored; the tables know small letters.
   for (char16_t& unit : spamThresholdText) unit = platform::lowered(unit);
   spamThresholdActual = lookUp(tables.thresholdNumbers, spamThresholdText);
   items.addRow(u"SPAM threshold: ", lookUp(tables.thresholdNames, spamThresholdText));

@@ -8,7 +8,7 @@
 namespace notes::DominoApiTools {
 namespace {
 
-// The words that ask the library to read a time as year, month, day, hours, minutes and seconds.
+// With these settings the library reads a time as year, month, day, hours, minutes and seconds.
 constexpr WORD timeFlags = NUMBER_LEADING_ZERO | CLOCK_24_HOUR | DATE_YMD;
 constexpr TFMT timeFormat{4, 0, 0, 2};  // full date, full time, no zone, date and time
 constexpr WORD timeTextSize = NOTES_TIME_TEXT_SIZE;

@@ -1,12 +1,14 @@
-// Which failure goes on where a close fails as well.
+// Decides which of two failures a caller sees where an owner fails to close what it owns while
+// another failure is on its way out.
 #pragma once
 
 #include <exception>
 
 namespace notes {
 
-/// A member of an owner that closes in its destructor. A failed close there is raised unless a
-/// failure has begun to unwind since the owner was made, which then goes on alone.
+/// A member of an owner that closes in its destructor, to be asked there. The destructor raises its
+/// own failure unless isUnwinding() is true: then a failure that came up since the owner was made
+/// goes on alone.
 class FailureWatch {
  public:
   bool isUnwinding() const { return std::uncaught_exceptions() > failuresBefore_; }

@@ -49,6 +49,8 @@ DWORD NsfNote::valueLength(const std::string& item) const {
   return length - typeWordSize;
 }
 
+// An item may go between two questions. One that is gone at the first is absent, and at a later one
+// a failure, so that each step asks anew.
 bool NsfNote::hasValue(const std::string& item) const {
   if (!isPresent(item)) return false;
   if (!isPresent(item)) throw notPresent(item);

@@ -1,6 +1,6 @@
 // The system's look-ups of names under the terms of the Windows ones: their records, flags and
-// error numbers. Results of the first four lie in storage of the calling thread, until its next
-// call.
+// error numbers. What the results of the first four point to is the system's, and lasts until the
+// next such call of any thread.
 #pragma once
 
 #include "platform/sockets.h"

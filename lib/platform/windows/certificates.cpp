@@ -54,7 +54,8 @@ bool isCertificate(PCCERT_CONTEXT certificate, const std::string& der) {
          std::memcmp(certificate->pbCertEncoded, der.data(), der.size()) == 0;
 }
 
-// Whether one certificate of the chain is the trusted one: what is above it does not count.
+// Whether one certificate of the chain is the trusted one. That those above it lead to no root that
+// the system knows is then no fault of the chain.
 bool holdsTrusted(const CERT_SIMPLE_CHAIN& chain, const std::string& der) {
   for (DWORD index = 0; index < chain.cElement; ++index) {
     if (isCertificate(chain.rgpElement[index]->pCertContext, der)) return true;

@@ -10,8 +10,8 @@ namespace {
 
 static_assert(sizeof(wchar_t) == sizeof(char16_t));
 
-// What the calls cannot be told: a length beyond their type, and a buffer of no length, which they
-// take for the question how much is needed.
+// The error for arguments that mean something else to the system's calls: their lengths are of a
+// type that ends earlier, and a buffer of no length is the question how much is needed.
 std::uint32_t refusal(std::size_t textLength, std::size_t bufferLength) {
   if (textLength == 0 || textLength > INT_MAX) return errorInvalidParameter;
   return bufferLength == 0 ? errorInsufficientBuffer : 0;

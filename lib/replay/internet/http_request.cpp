@@ -35,7 +35,7 @@ address_parts parts_of(std::string_view text) {
   return parts;
 }
 
-// Escapes blanks, control characters and all bytes above 127.
+// Escapes blanks, the control characters below them, and all bytes above 127.
 std::string wire_escaped(std::string_view text) {
   std::string escaped;
   for (const char byte : text) {

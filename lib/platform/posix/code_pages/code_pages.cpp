@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/posix/bounded_output.h"
+#include "platform/posix/code_pages/bounded_output.h"
 #include "platform/posix/code_pages/iconv_pages.h"
 #include "platform/posix/code_pages/page_data.h"
 #include "platform/posix/code_pages/utf7.h"

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform/posix/bounded_output.h"
+#include "platform/posix/code_pages/bounded_output.h"
 
 namespace platform {
 namespace {

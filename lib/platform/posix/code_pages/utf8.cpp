@@ -4,19 +4,33 @@
 #include <cstdint>
 #include <cstring>
 
-#include "platform/posix/bounded_output.h"
+#include "platform/posix/code_pages/bounded_output.h"
 
 namespace platform {
 namespace {
 
+// From these on a character takes two, three and four bytes, whose first has this above its bits.
+constexpr char32_t firstOfTwo = 0x80;
+constexpr char32_t firstOfThree = 0x800;
+constexpr char32_t firstOfFour = 0x10000;
+constexpr char32_t lastOfAll = 0x10FFFF;
+constexpr char32_t leadOfTwo = 0xC0;
+constexpr char32_t leadOfFour = 0xF0;
+
+// A pair of surrogates has ten bits in each half.
+constexpr char32_t highSurrogate = 0xD800;
+constexpr char32_t lowSurrogate = 0xDC00;
+constexpr char32_t surrogateBits = 0x3FF;
+
 constexpr char16_t replacement = 0xFFFD;
+constexpr std::uint64_t replacementBytes = 0xBDBFEF;  // EF BF BD, the first in the lowest place
 
-bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
-bool isSurrogate(char32_t unit) { return (unit & 0xF800) == 0xD800; }
-bool isHighSurrogate(char32_t unit) { return (unit & 0xFC00) == 0xD800; }
-bool isLowSurrogate(char32_t unit) { return (unit & 0xFC00) == 0xDC00; }
+bool isAscii(char byte) { return static_cast<unsigned char>(byte) < firstOfTwo; }
+bool isSurrogate(char32_t unit) { return (unit & 0xF800) == highSurrogate; }
+bool isHighSurrogate(char32_t unit) { return (unit & 0xFC00) == highSurrogate; }
+bool isLowSurrogate(char32_t unit) { return (unit & 0xFC00) == lowSurrogate; }
 
-bool isThreeBytes(char32_t unit) { return unit >= 0x800 && !isSurrogate(unit); }
+bool isThreeBytes(char32_t unit) { return unit >= firstOfThree && !isSurrogate(unit); }
 
 // A byte behind the lead byte, of the lowest bits.
 char32_t trail(char32_t bits) { return 0x80 | (bits & 0x3F); }
@@ -42,25 +56,27 @@ std::uint32_t nextBytes(const char* next, const char* end) {
          std::uint32_t{bytes[2]} << 8 | bytes[3];
 }
 
-// The character of well-formed two, three or four bytes that are next, or 0.
+// The character of well-formed two, three or four bytes that are next, or 0. The mask takes the
+// bits that tell how many bytes there are, of the first, and that a byte stands behind it, of the
+// others.
 
 char32_t twoByteCharacter(std::uint32_t bytes) {
   if ((bytes & 0xE0C00000) != 0xC0800000) return 0;
   const char32_t character = (bytes >> 18 & 0x7C0) | (bytes >> 16 & 0x3F);
-  return character >= 0x80 ? character : 0;
+  return character >= firstOfTwo ? character : 0;
 }
 
 char32_t threeByteCharacter(std::uint32_t bytes) {
   if ((bytes & 0xF0C0C000) != 0xE0808000) return 0;
   const char32_t character = (bytes >> 12 & 0xF000) | (bytes >> 10 & 0xFC0) | (bytes >> 8 & 0x3F);
-  return character >= 0x800 && !isSurrogate(character) ? character : 0;
+  return character >= firstOfThree && !isSurrogate(character) ? character : 0;
 }
 
 char32_t fourByteCharacter(std::uint32_t bytes) {
   if ((bytes & 0xF8C0C0C0) != 0xF0808080) return 0;
   const char32_t character =
       (bytes >> 6 & 0x1C0000) | (bytes >> 4 & 0x3F000) | (bytes >> 2 & 0xFC0) | (bytes & 0x3F);
-  return character >= 0x10000 && character <= 0x10FFFF ? character : 0;
+  return character >= firstOfFour && character <= lastOfAll ? character : 0;
 }
 
 // The length of the part of a malformed sequence that a single replacement stands for.
@@ -81,7 +97,7 @@ Conversion encodeUtf8(std::u16string_view text, std::span<char> buffer, bool& re
   const char16_t* const end = text.data() + text.size();
   for (const char16_t* next = text.data(); next != end;) {
     char32_t unit = *next;
-    if (unit < 0x80) {
+    if (unit < firstOfTwo) {
       next += out.putAscii(std::u16string_view(next, end));
       continue;
     }
@@ -93,15 +109,15 @@ Conversion encodeUtf8(std::u16string_view text, std::span<char> buffer, bool& re
       } else {
         out.putUnits(threeBytesEach(unit, 0), 3);
       }
-    } else if (unit < 0x800) {
-      out.putUnits(0xC0 | unit >> 6 | trail(unit) << 8, 2);
+    } else if (unit < firstOfThree) {
+      out.putUnits(leadOfTwo | unit >> 6 | trail(unit) << 8, 2);
     } else if (isHighSurrogate(unit) && next != end && isLowSurrogate(*next)) {
-      unit = 0x10000 + ((unit & 0x3FF) << 10 | (*next++ & 0x3FFU));
-      out.putUnits(
-          0xF0 | unit >> 18 | trail(unit >> 12) << 8 | trail(unit >> 6) << 16 | trail(unit) << 24,
-          4);
+      unit = firstOfFour + ((unit & surrogateBits) << 10 | (*next++ & surrogateBits));
+      out.putUnits(leadOfFour | unit >> 18 | trail(unit >> 12) << 8 | trail(unit >> 6) << 16 |
+                       trail(unit) << 24,
+                   4);
     } else {
-      out.putUnits(0xBDBFEF, 3);
+      out.putUnits(replacementBytes, 3);
       replaced = true;
     }
   }
@@ -125,7 +141,8 @@ Conversion decodeUtf8(std::string_view text, bool strict, std::span<char16_t> bu
       out.put(two);
       next += 2;
     } else if (const char32_t four = fourByteCharacter(bytes); four != 0) {
-      out.putUnits((0xD7C0 + (four >> 10)) | (0xDC00 | (four & 0x3FF)) << 16, 2);
+      const char32_t high = highSurrogate + ((four - firstOfFour) >> 10);
+      out.putUnits(high | (lowSurrogate | (four & surrogateBits)) << 16, 2);
       next += 4;
     } else {
       out.put(replacement);

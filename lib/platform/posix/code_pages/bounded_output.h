@@ -99,7 +99,8 @@ class BoundedOutput {
     return block;
   }
 
-  // In front as the memory goes.
+  // Those of the bytes that come first in memory, which are the low ones of a word or the high
+  // ones.
   static std::size_t clearBitsInFront(std::uint64_t word) {
     return static_cast<std::size_t>(isLittleEndian ? std::countr_zero(word)
                                                    : std::countl_zero(word));
