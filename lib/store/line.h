@@ -1,7 +1,7 @@
 // One line of a store as what it says, and back. STORE.md describes the format.
 //
-// The only file that knows the JSON library. It judges single lines; what a line that says
-// nothing means for the store is the caller's to know.
+// It judges single lines; what a line that says nothing means for the store is the caller's to
+// know.
 #pragma once
 
 #include <cstdint>

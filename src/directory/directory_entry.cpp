@@ -123,32 +123,20 @@ void DirectoryEntry::readMailDatabase(const notes::OpenDatabase& open) {
 }
 
 std::u16string DirectoryEntry::print(unsigned indent) const {
-  const std::u16string newLine = base::newLine(indent);
-  return base::joined({u"DIRECTORY ENTRY:",  //
-                       newLine,
-                       u"Type............: ",
-                       type_,  //
-                       newLine,
-                       u"ReplicaId.......: ",
-                       replicaId(),  //
-                       newLine,
-                       u"Server name.....: ",
-                       mailServer_,  //
-                       newLine,
-                       u"Filepath........: ",
-                       filePath_,  //
-                       newLine,
-                       u"Name............: ",
-                       name(),  //
-                       newLine,
-                       u"Full name.......: ",
-                       fullName_,  //
-                       newLine,
-                       u"Status..........: ",
-                       late().status,  //
-                       newLine,
-                       u"Ready for import: ",
-                       readyForImport_ ? u"Yes" : u"No"});
+  const std::u16string start = base::newLine(indent);
+  std::u16string text = u"DIRECTORY ENTRY:";
+  const auto add = [&](std::u16string_view label, std::u16string_view value) {
+    text.append(start).append(label).append(value);
+  };
+  add(u"Type............: ", type_);
+  add(u"ReplicaId.......: ", replicaId());
+  add(u"Server name.....: ", mailServer_);
+  add(u"Filepath........: ", filePath_);
+  add(u"Name............: ", name());
+  add(u"Full name.......: ", fullName_);
+  add(u"Status..........: ", late().status);
+  add(u"Ready for import: ", readyForImport_ ? u"Yes" : u"No");
+  return text;
 }
 
 }  // namespace directory

@@ -16,15 +16,16 @@ constexpr unsigned entryIndent = 2;
 
 std::u16string ImportResult::print(unsigned indent) const {
   const std::u16string newLine = base::newLine(indent);
-  // The number of entries taken up stands twice.
-  std::u16string text = base::joined({
-      u"\n", newLine, u"IMPORT RESULT:", numberToText(processed),  //
-      newLine, u"Processed.: ", numberToText(processed),           //
-      newLine, u"Failed....: ", numberToText(failed),              //
-      newLine, u"Updated...: ", numberToText(updated),             //
-      newLine, u"Created...: ", numberToText(created),             //
-      newLine, u"MESSAGES:",                                       //
-  });
+  std::u16string text = u"\n";
+  const auto add = [&](std::u16string_view label, std::int32_t number) {
+    text.append(newLine).append(label).append(numberToText(number));
+  };
+  add(u"IMPORT RESULT:", processed);  // which stands twice
+  add(u"Processed.: ", processed);
+  add(u"Failed....: ", failed);
+  add(u"Updated...: ", updated);
+  add(u"Created...: ", created);
+  text.append(newLine).append(u"MESSAGES:");
   for (const std::u16string& message : messages)
     text.append(base::newLine(indent + 1)).append(message);
   return text;

@@ -30,19 +30,21 @@ int name_lookup::get_name_info(const void* address, int size, char* name, int fl
 
 void name_lookup::free_addr_info(platform::addrinfo* list) { loaded().freeaddrinfo(list); }
 
-name_lookup::functions& name_lookup::loaded() {
-  if (is_loaded_) return functions_;
-  is_loaded_ = true;
+const name_lookup::functions& name_lookup::loaded() {
+  std::call_once(loading_, [this] { load(); });
+  return functions_;
+}
+
+void name_lookup::load() {
   functions_ = {emulation::getaddrinfo, emulation::getnameinfo, emulation::freeaddrinfo};
   void* const library = load_library();
-  if (library == nullptr) return functions_;
+  if (library == nullptr) return;
   functions found{};
   if (find_functions(library, found)) {
     functions_ = found;
   } else {
     platform::systemLibraries.FreeLibrary(library);
   }
-  return functions_;
 }
 
 void* name_lookup::load_library() {

@@ -1,10 +1,11 @@
 // The three look-ups of host names, which not every system's sockets library has.
 //
 // They come from the system's library if it has all three, and from the emulation otherwise, never
-// from both. Which it is, is settled by the first look-up of an object and stays so. The process
-// has one object; not guarded, since only one thread of the system resolves names.
+// from both. Which it is, is settled by the first look-up of an object, whichever thread makes it,
+// and stays so. The process has one object.
 #pragma once
 
+#include <mutex>
 #include <string>
 
 #include "platform/sockets.h"
@@ -33,13 +34,14 @@ class name_lookup {
     platform::FreeAddrInfo freeaddrinfo;
   };
 
-  functions& loaded();
+  const functions& loaded();
+  void load();
   static void* load_library();
   static void* load_library_with_lookups(const std::string& path);
   static bool find_functions(void* library, functions& found);
 
   functions functions_{};
-  bool is_loaded_ = false;
+  std::once_flag loading_;
 };
 
 /// The object of the process.

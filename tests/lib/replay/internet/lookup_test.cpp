@@ -180,7 +180,7 @@ TEST(Address, LookupsComeFromOneLibraryOrAllFromTheEmulationAndListsAreFreed) {
   systemLibraries.GetProcAddress = fakeFunction;
   systemLibraries.FreeLibrary = [](void*) { return calls += " F", 1; };
   for (const TextRow& row : test::rowsOf("lib/replay/internet/lookup_libraries.txt", 4)) {
-    test::Tables::lookup() = {};
+    test::Tables::forgetLookups();
     current = row;
     calls.clear();
     const ip4 address("127.0.0.1", 8080);

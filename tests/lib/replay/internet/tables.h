@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "platform/sockets.h"
@@ -13,21 +14,23 @@ namespace test {
 
 /// Puts the tables back at the end of a test, and lets the next look-up find its functions anew.
 struct Tables {
-  Tables() { lookup() = {}; }
+  Tables() { forgetLookups(); }
   ~Tables() {
     platform::sockets = sockets;
     platform::systemLibraries = libraries;
-    lookup() = {};
+    forgetLookups();
   }
 
   /// Takes the system's look-ups of names away.
   static void emulateLookups() {
-    lookup() = {};
+    forgetLookups();
     platform::systemLibraries.LoadLibraryA = [](const char*) -> void* { return nullptr; };
   }
 
-  static replay::internet::address::name_lookup& lookup() {
-    return replay::internet::address::process_name_lookup();
+  static void forgetLookups() {
+    auto& lookup = replay::internet::address::process_name_lookup();
+    std::destroy_at(&lookup);
+    std::construct_at(&lookup);
   }
 
   const platform::SocketsApi sockets = platform::sockets;
