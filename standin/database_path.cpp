@@ -3,6 +3,7 @@
 #include "standin/address_books.h"
 #include "standin/network_path.h"
 #include "standin/status.h"
+#include "store/file.h"
 
 namespace standin {
 namespace {
@@ -21,8 +22,8 @@ std::string databasePath(const store::NotesIni& settings, const std::string& dat
   const NetworkPath parts = parsePath(path);
   requireOwnServer(settings, parts.server);
   if (parts.file.empty()) throw Failure(Status::databaseMissing);
-  if (isAbsolute(parts.file)) return std::string(parts.file);
-  return (dataDirectory + '/').append(parts.file);
+  const std::string folder = isAbsolute(parts.file) ? std::string() : dataDirectory + '/';
+  return store::nativePath(folder + std::string(parts.file));
 }
 
 }  // namespace standin

@@ -7,6 +7,7 @@
 
 #include "standin/caller_text.h"
 #include "standin/guard.h"
+#include "store/file.h"
 #include "store/letters.h"
 
 namespace standin {
@@ -79,7 +80,7 @@ OpenNote& Session::openNote(NOTEHANDLE handle) {
 
 void beginSession(int argumentCount, const char* const* arguments) {
   if (current.has_value()) throw Failure(Status::alreadyInitialised);
-  current.emplace(store::NotesIni::read(settingsPath(argumentCount, arguments)));
+  current.emplace(store::NotesIni::read(store::nativePath(settingsPath(argumentCount, arguments))));
 }
 
 void endSession() noexcept { current.reset(); }

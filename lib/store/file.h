@@ -34,9 +34,13 @@ struct FileState {
 /// writes too.
 enum class Access { read, write, create };
 
+/// A path in which slash and backslash both separate, as the system takes it; empty for a path on a
+/// network where the system knows none.
+std::string nativePath(std::string path);
+
 class File {
  public:
-  /// Opens the file, and waits for nobody.
+  /// Opens the file at a path as the system takes it, and waits for nobody.
   File(const std::string& path, Access access);
   File(const File&) = delete;
   File& operator=(const File&) = delete;

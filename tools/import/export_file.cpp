@@ -1,66 +1,41 @@
 #include "import/export_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <chrono>
+#include <system_error>
 
 #include "import/failure.h"
 
 namespace dxl {
 namespace {
 
-[[noreturn]] void failAsNoFile(const std::string& path) {
-  throw ImportFailure(path + ": is not a file");
-}
-
-int openToRead(const std::string& path) {
-  // Without O_NONBLOCK a pipe of that name would wait for a writer, and without O_NOCTTY a terminal
-  // could become that of the process.
-  const int opened = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-  if (opened >= 0) return opened;
-  if (errno == ENXIO) failAsNoFile(path);  // a socket
-  failBySystem(path);
+// Calls `work`, which uses a file, and gives its result.
+template <typename Work>
+auto withFile(const std::string& path, Work work) {
+  try {
+    return work();
+  } catch (const std::system_error& error) {
+    const bool isNoFile = error.code() == std::errc::is_a_directory;
+    throw ImportFailure(path + ": " + (isNoFile ? "is not a file" : error.code().message()));
+  }
 }
 
 }  // namespace
 
-ExportFile::ExportFile(const std::string& path) : ExportFile(openToRead(path), path) {
-  state_ = currentState();
-}
-
-ExportFile::~ExportFile() { close(opened_); }
-
-store::FileState ExportFile::currentState() const {
-  using namespace std::chrono;
-  struct stat status {};
-  if (fstat(opened_, &status) != 0) failBySystem(path_);
-  if (!S_ISREG(status.st_mode)) failAsNoFile(path_);
-  store::FileState state;
-  state.volume = status.st_dev;
-  state.file = status.st_ino;
-  state.size = static_cast<std::uint64_t>(status.st_size);
-  state.changed = floor<decltype(state.changed)::duration>(
-      sys_seconds(seconds(status.st_mtim.tv_sec)) + nanoseconds(status.st_mtim.tv_nsec));
-  return state;
-}
+ExportFile::ExportFile(const std::string& path)
+    : path_(path),
+      file_(withFile(path, [&] { return store::File(path, store::Access::read); })),
+      state_(withFile(path, [this] { return file_.state(); })) {}
 
 std::size_t ExportFile::read(char* buffer, std::size_t size) {
-  std::size_t done = 0;
-  while (done < size) {
-    const ssize_t count = ::read(opened_, buffer + done, size - done);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) failBySystem(path_);
-    if (count == 0) break;
-    done += static_cast<std::size_t>(count);
-  }
-  return done;
+  return withFile(path_, [&] {
+    const std::string bytes = file_.read(done_, done_ + size);
+    done_ += bytes.size();
+    return bytes.copy(buffer, size);
+  });
 }
 
 void ExportFile::requireState(const store::FileState& state) const {
-  if (currentState() != state) throw ImportFailure(path_ + ": has changed while it was read");
+  if (withFile(path_, [this] { return file_.state(); }) != state)
+    throw ImportFailure(path_ + ": has changed while it was read");
 }
 
 }  // namespace dxl

@@ -3,8 +3,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
-#include <utility>
 
 #include "store/file.h"
 
@@ -14,10 +14,6 @@ class ExportFile {
  public:
   /// Opens a plain file, and waits for nobody. All functions throw ImportFailure, which names it.
   explicit ExportFile(const std::string& path);
-
-  ExportFile(const ExportFile&) = delete;
-  ExportFile& operator=(const ExportFile&) = delete;
-  ~ExportFile();
 
   const std::string& path() const { return path_; }
 
@@ -31,13 +27,10 @@ class ExportFile {
   void requireState(const store::FileState& state) const;
 
  private:
-  ExportFile(int opened, std::string path) : opened_(opened), path_(std::move(path)) {}
-
-  store::FileState currentState() const;
-
-  int opened_;
   std::string path_;
+  store::File file_;
   store::FileState state_;
+  std::uint64_t done_ = 0;
 };
 
 }  // namespace dxl

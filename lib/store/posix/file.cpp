@@ -19,13 +19,6 @@ void require(bool succeeded) {
   if (!succeeded) fail(errno);
 }
 
-// The backslash separates. Two separators begin a network path, and there is no such file here.
-std::string nativePath(std::string path) {
-  std::replace(path.begin(), path.end(), '\\', '/');
-  if (path.starts_with("//")) fail(ENOENT);
-  return path;
-}
-
 int descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
 
 std::intptr_t openFile(const std::string& path, Access access) {
@@ -33,7 +26,7 @@ std::intptr_t openFile(const std::string& path, Access access) {
   // could become that of the process.
   const int flags = (access == Access::read ? O_RDONLY : O_RDWR) |
                     (access == Access::create ? O_CREAT : 0) | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-  const int opened = open(nativePath(path).c_str(), flags, 0666);
+  const int opened = open(path.c_str(), flags, 0666);
   if (opened >= 0) return opened;
   if (errno == ENOTDIR) fail(ENOENT);
   fail(errno == ENXIO ? EISDIR : errno);  // ENXIO is that of a socket
@@ -46,6 +39,11 @@ struct stat statusOf(int opened) {
 }
 
 }  // namespace
+
+std::string nativePath(std::string path) {
+  std::replace(path.begin(), path.end(), '\\', '/');
+  return path.starts_with("//") ? std::string() : path;
+}
 
 File::File(const std::string& path, Access access) : File(openFile(path, access)) {
   if (!S_ISREG(statusOf(descriptor(handle_)).st_mode)) fail(EISDIR);

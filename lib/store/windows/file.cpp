@@ -92,6 +92,8 @@ bool setTimeOfChange(HANDLE file) {
 
 }  // namespace
 
+std::string nativePath(std::string path) { return path; }
+
 File::File(const std::string& path, Access access) : File(openFile(path, access)) {
   if (GetFileType(asHandle(handle_)) != FILE_TYPE_DISK) fail(std::errc::is_a_directory);
 }
