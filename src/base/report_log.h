@@ -1,12 +1,12 @@
 // The log file that a run writes: the report, and the file of the access test.
 //
 // Each line carries its own time stamp and the process and thread number, and is handed to the
-// system when the call returns, so that a run that ends abnormally leaves all earlier lines. Nothing
-// waits for the disk: what a machine loses when it goes down is another matter. No failure leaves
-// this class as an exception: a file that does not open is said on the console, and opening is
-// tried again at each line; a file that takes no more stays as it is. The file is Latin-1 with CR
-// LF for each line feed; a line that holds a character above 255 is cut in front of it and is the
-// last.
+// system when the call returns, so that a run that ends abnormally leaves all earlier lines.
+// Nothing waits for the disk: what a machine loses when it goes down is another matter. No failure
+// leaves this class as an exception: a file that does not open is said on the console, and opening
+// is tried again at each line; a file that takes no more stays as it is. The file is Latin-1 with
+// CR LF for each line feed; a line that holds a character above 255 is cut in front of it and is
+// the last.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-#include "documents/event_steps.h"
 #include "documents/event_store.h"
+#include "documents/event_steps.h"
 
 #include <regex>
 
