@@ -144,6 +144,23 @@ void showSimulatedPath() {
   printWideLine(u"Parsed simulated path for \"names.nsf\":" + book.describe());
 }
 
+// The order of the report.
+void reportAll(const Output& output, const std::u16string& reportDirectory) {
+  reportEnvironment(output);
+  reportFiles(output);
+  reportProfiles(output);
+  reportFilteredUsers(output);
+  VRXConfiguration configuration;
+  reportConfiguration(configuration, output);
+  testAccess(configuration, reportDirectory, output);
+  reportSenderFilter(output);
+  directory::testNabImport(output.report, output.toConsole);
+  documents::showInstalledUpdates(output.report, output.toConsole);
+  showSimulatedPath();
+  documents::createTestEvents(output.report, output.toConsole);
+  documents::showEvents(output.report, output.toConsole);
+}
+
 }  // namespace
 
 ExitStatus run(int argc, char** argv) {
@@ -164,21 +181,7 @@ ExitStatus run(int argc, char** argv) {
   report.open();
   printWideLine(u"Output from diagnostic is written to: " + report.fileName());
 
-  const Output output{report, writeToConsole};
-  reportEnvironment(output);
-  reportFiles(output);
-  reportProfiles(output);
-  reportFilteredUsers(output);
-  VRXConfiguration configuration;
-  reportConfiguration(configuration, output);
-  testAccess(configuration, reportDirectory, output);
-  reportSenderFilter(output);
-  directory::testNabImport(report, writeToConsole);
-  documents::showInstalledUpdates(report, writeToConsole);
-  showSimulatedPath();
-  documents::createTestEvents(report, writeToConsole);
-  documents::showEvents(report, writeToConsole);
-
+  reportAll({report, writeToConsole}, reportDirectory);
   notes::NotesTerm();
   report.close();
   return ExitStatus::completed;
