@@ -1,5 +1,7 @@
 #include "directory/directory_entry.h"
 
+#include <utility>
+
 #include "base/text.h"
 #include "notes/domino_api_tools.h"
 #include "notes/network_path.h"
@@ -123,19 +125,22 @@ void DirectoryEntry::readMailDatabase(const notes::OpenDatabase& open) {
 }
 
 std::u16string DirectoryEntry::print(unsigned indent) const {
+  using namespace std::string_view_literals;
   const std::u16string start = base::newLine(indent);
+  const std::pair<std::u16string_view, std::u16string_view> fields[] = {
+      {u"Type............: "sv, type_},
+      {u"ReplicaId.......: "sv, replicaId()},
+      {u"Server name.....: "sv, mailServer_},
+      {u"Filepath........: "sv, filePath_},
+      {u"Name............: "sv, name()},
+      {u"Full name.......: "sv, fullName_},
+      {u"Status..........: "sv, late().status},
+      {u"Ready for import: "sv, readyForImport_ ? u"Yes" : u"No"}};
   std::u16string text = u"DIRECTORY ENTRY:";
-  const auto add = [&](std::u16string_view label, std::u16string_view value) {
-    text.append(start).append(label).append(value);
-  };
-  add(u"Type............: ", type_);
-  add(u"ReplicaId.......: ", replicaId());
-  add(u"Server name.....: ", mailServer_);
-  add(u"Filepath........: ", filePath_);
-  add(u"Name............: ", name());
-  add(u"Full name.......: ", fullName_);
-  add(u"Status..........: ", late().status);
-  add(u"Ready for import: ", readyForImport_ ? u"Yes" : u"No");
+  std::size_t size = text.size();
+  for (const auto& [label, value] : fields) size += start.size() + label.size() + value.size();
+  text.reserve(size);
+  for (const auto& [label, value] : fields) text.append(start).append(label).append(value);
   return text;
 }
 
