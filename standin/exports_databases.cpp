@@ -16,7 +16,7 @@ namespace {
 
 std::shared_ptr<Database> open(const char* path) {
   Session& current = session();
-  return current.cache.open(databasePath(current.settings, current.dataDirectory, path));
+  return current.cache.open(databasePath(current.settings, current.dataDirectory, textFrom(path)));
 }
 
 }  // namespace

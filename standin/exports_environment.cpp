@@ -51,14 +51,17 @@ STATUS NOTES_CALL OSPathNetConstruct(const char* port, const char* server, const
                                      char* path) {
   return guard([&] {
     requireAll(file, path);
-    copyText(composePath({textOrEmpty(port), textOrEmpty(server), file}), path, NOTES_PATH_SIZE);
+    const std::string ofPort = textFrom(port);
+    const std::string ofServer = textFrom(server);
+    const std::string ofFile = textFrom(file);
+    copyText(composePath({ofPort, ofServer, ofFile}), path, NOTES_PATH_SIZE);
   });
 }
 
 STATUS NOTES_CALL OSPathNetParse(const char* path, char* port, char* server, char* file) {
   return guard([&] {
     requireAll(path, port, server, file);
-    const std::string copy = path;  // a caller may have its path in one of the results
+    const std::string copy = textFrom(path);  // a caller may have its path in one of the results
     const NetworkPath parts = parsePath(copy);
     copyText(parts.port, port, NOTES_PATH_SIZE);
     copyText(parts.server, server, NOTES_PATH_SIZE);

@@ -106,7 +106,7 @@ WORD NOTES_CALL NSFItemConvertToText(NOTEHANDLE note, const char* item, char* bu
 STATUS NOTES_CALL NSFItemSetText(NOTEHANDLE note, const char* item, const char* text, WORD length) {
   return guard([&] {
     if (length != 0) requireAll(text);
-    set(note, item, length == 0 ? std::string() : std::string(text, length));
+    set(note, item, textFrom(text, length));
   });
 }
 

@@ -33,7 +33,7 @@ STATUS NOTES_CALL NAMEGetAddressBooks(const char* server, WORD, WORD* count, WOR
                                       HANDLE* block) {
   return guard([&] {
     requireAll(count, length, block);
-    AddressBooks books = addressBooks(session().settings, textOrEmpty(server));
+    AddressBooks books = addressBooks(session().settings, textFrom(server));
     const auto bytes = static_cast<WORD>(books.block.size());
     *block = books.count == 0 ? 0 : session().blocks.add(std::move(books.block));
     *count = books.count;

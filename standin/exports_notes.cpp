@@ -1,6 +1,7 @@
 // Notes and profile notes.
 #include <utility>
 
+#include "standin/caller_text.h"
 #include "standin/exports.h"
 #include "standin/guard.h"
 #include "standin/session.h"
@@ -14,7 +15,7 @@ store::ProfileName profileName(const char* profile, WORD profileLength, const ch
   if (profileLength == 0) throw Failure(Status::noProfileName);
   requireAll(profile);
   if (userLength != 0) requireAll(user);
-  return {{profile, profileLength}, {userLength == 0 ? "" : user, userLength}};
+  return {textFrom(profile, profileLength), textFrom(user, userLength)};
 }
 
 }  // namespace

@@ -51,7 +51,7 @@ class Words {
     for (std::size_t at = 1; at < rest_.size(); ++at) {
       if (rest_[at] == '"') {
         take(at + 1);
-        return text;
+        return store::undoubled(text);
       }
       if (rest_[at] == '\\' && ++at == rest_.size()) break;
       text += rest_[at];

@@ -57,7 +57,7 @@ std::chrono::milliseconds lockWaitOf(const store::NotesIni& settings) {
 std::string settingsPath(int argumentCount, const char* const* arguments) {
   if (argumentCount > 1) requireAll(arguments);
   for (int i = 1; i < argumentCount; ++i) {
-    const std::string_view argument = textOrEmpty(arguments[i]);
+    const std::string_view argument = arguments[i] == nullptr ? "" : arguments[i];
     if (argument.starts_with('=')) return std::string(argument.substr(1));
   }
   return "notes.ini";

@@ -2,11 +2,28 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 
 #include "platform/ascii.h"
 #include "platform/code_pages.h"
 
 namespace store {
+namespace {
+
+constexpr std::uint32_t utf8 = 65001;
+constexpr std::uint32_t windows1252 = 1252;
+
+// Nothing for a text that is not well-formed.
+std::optional<std::u16string> unitsOfUtf8(std::string_view text) {
+  std::u16string units(text.size(), u'\0');
+  const platform::Conversion converted = platform::narrowToWide(utf8, true, text, units);
+  if (converted.error == platform::errorNoUnicodeTranslation) return std::nullopt;
+  units.resize(converted.length);
+  return units;
+}
+
+}  // namespace
+
 std::string lowered(std::string_view text) {
   std::string result(text);
   for (char& letter : result) letter = platform::lowered(letter);
@@ -25,11 +42,22 @@ std::size_t hashOfName(std::string_view name) {
   return static_cast<std::size_t>(hash);
 }
 
-bool isUtf8(std::string_view text) {
-  constexpr std::uint32_t page = 65001;
+bool isUtf8(std::string_view text) { return unitsOfUtf8(text).has_value(); }
+
+std::string asUtf8(std::string text) {
+  if (isUtf8(text)) return text;
   std::u16string units(text.size(), u'\0');
-  return platform::narrowToWide(page, true, text, units).error !=
-         platform::errorNoUnicodeTranslation;
+  units.resize(platform::narrowToWide(windows1252, false, text, units).length);
+  return platform::wideToUtf8(units);
+}
+
+std::string undoubled(std::string_view text) {
+  const std::optional<std::u16string> units = unitsOfUtf8(text);
+  const auto isByte = [](char16_t unit) { return unit <= 0xFF; };
+  if (!units.has_value() || !std::all_of(units->begin(), units->end(), isByte))
+    return std::string(text);
+  std::string bytes(units->begin(), units->end());
+  return isUtf8(bytes) ? bytes : std::string(text);
 }
 
 std::string_view trimmed(std::string_view text) {

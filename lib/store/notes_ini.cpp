@@ -29,10 +29,12 @@ NotesIni NotesIni::read(const std::string& path) {
   });
 }
 
-NotesIni::NotesIni(std::string_view text) {
+NotesIni::NotesIni(std::string_view content) {
   constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-  if (isWide(text)) throw Failure(Status::settingsWide);
-  if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+  if (isWide(content)) throw Failure(Status::settingsWide);
+  if (content.starts_with(byteOrderMark)) content.remove_prefix(byteOrderMark.size());
+  const std::string whole = asUtf8(std::string(content));
+  std::string_view text = whole;
   while (!text.empty()) {
     const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
     text.remove_prefix(std::min(line.size() + 1, text.size()));

@@ -3,8 +3,9 @@
 // A line is Name=Value and ends with LF, CR LF or CR. Everything behind the first "=" is the value,
 // blanks included; a byte order mark of UTF-8 before the first line does no harm. Lines without a
 // name before "=", such as the header "[Notes]", say nothing. Names compare without regard to the
-// case of ASCII letters; of several lines with one name the first counts. The file is read once:
-// what changes in it later has no effect.
+// case of ASCII letters; of several lines with one name the first counts. A file that is not UTF-8
+// is as a whole taken for windows-1252; values are UTF-8. The file is read once: what changes in it
+// later has no effect.
 #pragma once
 
 #include <chrono>
@@ -23,7 +24,7 @@ class NotesIni {
   static NotesIni read(const std::string& path);
 
   /// Throws settingsWide.
-  explicit NotesIni(std::string_view text);
+  explicit NotesIni(std::string_view content);
 
   /// The value of a variable, or null if there is none.
   const std::string* find(std::string_view name) const;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "offline/book_names.h"
+#include "store/letters.h"
 #include "store/notes_ini.h"
 
 namespace offline {
@@ -35,10 +36,10 @@ class Settings {
   std::string textWith(const std::vector<Setting>& replaced) const;
 
  private:
-  explicit Settings(std::string text) : text_(std::move(text)), variables_(text_) {}
+  explicit Settings(std::string text) : variables_(text), text_(store::asUtf8(std::move(text))) {}
 
-  std::string text_;
   store::NotesIni variables_;
+  std::string text_;  // as the exports have their letters
 };
 
 /// The list of address books: those entries of `names` whose book is among `books`, in their order,

@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <system_error>
 
+#include "platform/code_pages.h"
+#include "store/letters.h"
+
 namespace store {
 namespace {
 
@@ -32,7 +35,15 @@ OVERLAPPED placeAt(std::uint64_t position) {
   return placeAt(static_cast<DWORD>(position >> 32), static_cast<DWORD>(position));
 }
 
-[[noreturn]] void failToOpen(const std::string& path) {
+std::wstring wide(const std::string& path) {
+  constexpr std::uint32_t utf8 = 65001;
+  const std::string text = asUtf8(path);
+  std::u16string units(text.size(), u'\0');
+  units.resize(platform::narrowToWide(utf8, false, text, units).length);
+  return {units.begin(), units.end()};
+}
+
+[[noreturn]] void failToOpen(const std::wstring& path) {
   const DWORD error = GetLastError();
   // The system calls such a path one that it does not find.
   if (error == ERROR_FILENAME_EXCED_RANGE || path.size() >= MAX_PATH)
@@ -53,17 +64,17 @@ OVERLAPPED placeAt(std::uint64_t position) {
     default:
       break;
   }
-  const DWORD attributes = GetFileAttributesA(path.c_str());
+  const DWORD attributes = GetFileAttributesW(path.c_str());
   const bool isFolder =
       attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
   fail(isFolder ? std::errc::is_a_directory : std::errc::permission_denied);
 }
 
-std::intptr_t openFile(const std::string& path, Access access) {
+std::intptr_t openFile(const std::wstring& path, Access access) {
   const DWORD rights = access == Access::read ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE;
   const DWORD disposition = access == Access::create ? OPEN_ALWAYS : OPEN_EXISTING;
   const HANDLE opened =
-      CreateFileA(path.c_str(), rights, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+      CreateFileW(path.c_str(), rights, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                   nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (opened == INVALID_HANDLE_VALUE) failToOpen(path);
   return reinterpret_cast<std::intptr_t>(opened);
@@ -94,7 +105,7 @@ bool setTimeOfChange(HANDLE file) {
 
 std::string nativePath(std::string path) { return path; }
 
-File::File(const std::string& path, Access access) : File(openFile(path, access)) {
+File::File(const std::string& path, Access access) : File(openFile(wide(path), access)) {
   if (GetFileType(asHandle(handle_)) != FILE_TYPE_DISK) fail(std::errc::is_a_directory);
 }
 

@@ -1,6 +1,7 @@
 // Reports away from the server: what exports become, and what becomes of the report.
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <set>
 
 #include "support/folders.h"
@@ -25,6 +26,49 @@ TEST(Offline, ExportsOfTheSampleServerGiveItsReport) {
   const test::Shown shown = world.run();
   EXPECT_EQ(test::joined(shown.report), test::joined(world.expected().report));
   EXPECT_EQ(test::joined(shown.console), test::joined(world.expected().console));
+}
+
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+  for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size())
+    text.replace(at, from.size(), to);
+  return text;
+}
+
+// What comes of the sample server where all names, paths, titles and users hold these letters: the
+// report, its findings and the stores afterwards, without what each run changes.
+std::string reportWith(const std::string& letters) {
+  const test::TemporaryFolder folder;
+  const auto lettered = [&letters](std::string text) {
+    for (const std::string part :
+         {"ordholm~", "mail~\\", "names~.nsf", "partners~.nsf", "=names~,partners~"})
+      text = replaced(text, replaced(part, "~", ""), replaced(part, "~", letters));
+    return text;
+  };
+  for (const std::string file :
+       {"program/notes.ini", "export/QBConf.xml", "export/names.xml", "export/partners.xml"}) {
+    test::writeFile(folder.path() / fs::path(file).filename(),
+                    lettered(test::contentOf(test::inRepository("sample-server/" + file))));
+  }
+  const std::string command =
+      R"(cd "$2" && "$0" --into "dir$3" --notes-ini notes.ini QBConf.xml names.xml partners.xml >&2 &&)"
+      R"( { report=$(echo "dir$3"/data/Quellbright/*DIAGNOSTIC*); )"
+      R"(cat "$report" "dir$3"/data/*.nsf "dir$3/data/mail$3"/*; })";
+  const auto result =
+      test::runProcess({"sh", "-c", command, test::builtProgram("qbdiagnostics-offline"),
+                        test::builtProgram("qbreport"), folder.text(), letters},
+                       folder.text() + "/console");
+  const std::regex changes(
+      R"(\d\d-\d\d-\d{4} [\d:]{8}\t\(\d+:\d+\)|\d{14}|\d{4}-\d\d-\d\d.[\d:.]{8,11})");
+  return std::regex_replace(replaced(replaced(result.output, folder.text(), "<dir>"), letters, "*"),
+                            changes, "<time>");
+}
+
+TEST(Offline, LettersBeyondAsciiAreFoundAndShownAsAnyOther) {
+  // As many letters as the others have bytes: the report pads by bytes.
+  const std::string ascii = reportWith("zyxwvutsrqponm");
+  EXPECT_NE(ascii.find("Done Testing Get VRX events."), std::string::npos) << ascii;
+  EXPECT_NE(ascii.find("O=Nordholm*"), std::string::npos);
+  EXPECT_EQ(reportWith("\u00e4\u00df\u20ac\u2013\u0141\u00fc"), ascii);
 }
 
 std::vector<std::string> parts(const std::string& list, char separator) {
@@ -101,8 +145,7 @@ TEST(Offline, ServerIsLaidOutByTheRules) {
         folder.text() + "/console");
     std::string shown =
         result.output + listingOf(dir + "/data") + test::contentOf(dir + "/program/notes.ini");
-    for (std::size_t at = 0; (at = shown.find(dir, at)) != std::string::npos;)
-      shown.replace(at, dir.size(), mark);
+    shown = replaced(shown, dir, mark);
     EXPECT_EQ(std::to_string(result.status), row[4]) << where << "\n" << shown;
     for (const std::string& part : parts(row[5], '|'))
       EXPECT_NE(shown.find(part), std::string::npos) << where << " lacks " << part << "\n" << shown;
