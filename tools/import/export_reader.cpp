@@ -65,9 +65,11 @@ class ExportReader : public ElementHandler {
     ofRoot_ = databaseOf(element);
     isDatabase_ = element.is("database");
     if (isDatabase_) return;
+    const std::string name(element.name);
+    if (!element.isOfExports)
+      throw Flaw("this is XML of something else, ask for an export of Domino (DXL): " + name);
     if (!element.is("note") && !noteKindOf(element).has_value())
-      throw Flaw("the root element is not that of a database or a note: " +
-                 std::string(element.name));
+      throw Flaw("the root element is not that of a database or a note: " + name);
     startNote(element);
   }
 

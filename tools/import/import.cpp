@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <functional>
@@ -18,6 +19,13 @@
 
 namespace dxl {
 namespace {
+
+bool isStore(const std::string& path) {
+  std::string line(store::longestDatabaseLine + 1, '\0');
+  line.resize(ExportFile(path).read(line.data(), line.size()));
+  line.erase(std::min(line.find_first_of("\r\n"), line.size()));
+  return store::readDatabaseLine(line).has_value();
+}
 
 // The store if it exists, as it has to be.
 std::optional<struct stat> checkedStore(const ImportOptions& options) {
@@ -43,6 +51,8 @@ std::vector<store::FileState> checkFiles(const ImportOptions& options) {
     if (store.has_value() && state.volume == store->st_dev && state.file == store->st_ino)
       throw ImportFailure(options.store + ": is one of the exports");
   }
+  if (store.has_value() && store->st_size != 0 && !isStore(options.store))
+    throw ImportFailure(options.store + ": is no store, and nothing else is replaced");
   return states;
 }
 

@@ -12,6 +12,7 @@
 
 #include "import/encoding.h"
 #include "import/failure.h"
+#include "import/foreign_file.h"
 
 namespace dxl {
 namespace {
@@ -37,6 +38,24 @@ bool refersToEntity(std::string_view tag) {
       return true;
   }
   return false;
+}
+
+// The commonest faults first in words that say what to ask for.
+std::string wordsOf(XML_Error error) {
+  const std::string words = XML_ErrorString(error);
+  switch (error) {
+    case XML_ERROR_NO_ELEMENTS:
+    case XML_ERROR_UNCLOSED_TOKEN:
+    case XML_ERROR_UNCLOSED_CDATA_SECTION:
+    case XML_ERROR_PARTIAL_CHAR:
+      return "the export is cut off, ask for it once more: " + words;
+    case XML_ERROR_JUNK_AFTER_DOC_ELEMENT:
+      return "more follows behind the export, perhaps another one, cut them apart: " + words;
+    case XML_ERROR_MISPLACED_XML_PI:
+      return "something stands before the XML declaration, take it away: " + words;
+    default:
+      return words;
+  }
 }
 
 class XmlReader {
@@ -165,6 +184,7 @@ void XmlReader::read(const std::function<void(std::uint64_t)>& progress) {
     if (buffer == nullptr) throw std::bad_alloc();
     const std::size_t count = file_.read(buffer, wanted);
     isLast = count < wanted;
+    if (fed_ == 0) requireXml({buffer, count});
     if (fed_ == 0) encoding_.begin({buffer, count});
     const std::size_t valid = encoding_.validPart({buffer, count});
     parse(valid, isLast && valid == count);
@@ -179,7 +199,7 @@ void XmlReader::parse(std::size_t size, bool isLast) {
   const XML_Status status =
       XML_ParseBuffer(parser_.get(), static_cast<int>(size), isLast ? XML_TRUE : XML_FALSE);
   if (failure_) std::rethrow_exception(failure_);
-  if (status == XML_STATUS_ERROR) throw Flaw(XML_ErrorString(XML_GetErrorCode(parser_.get())));
+  if (status == XML_STATUS_ERROR) throw Flaw(wordsOf(XML_GetErrorCode(parser_.get())));
 }
 
 // How many bytes the parser has that are no whole tag, comment or text yet.

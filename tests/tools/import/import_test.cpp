@@ -135,9 +135,11 @@ TEST_F(ImportDxl, ExportThatIsCutOffMakesNothing) {
 TEST_F(ImportDxl, TargetIsReplacedOnlyOnDemand) {
   const std::string made = "notes 0, profiles 0, design elements 0, items kept 0, left out 0\n";
   write("bytes", "<database title='new'/>");
-  test::writeFile("s.nsf", "old");
+  test::writeFile("s.nsf", header + "notes that went\n");
+  test::writeFile("b.xml", "an export");
   EXPECT_EQ(import("a.xml s.nsf"), "1: s.nsf: exists; --force replaces it\n");
-  EXPECT_EQ(test::contentOf("s.nsf"), "old");
+  EXPECT_EQ(import("--force a.xml b.xml"), "1: b.xml: is no store, and nothing else is replaced\n");
+  EXPECT_EQ(test::contentOf("b.xml"), "an export");
   EXPECT_EQ(import("missing.xml --force s.nsf"), "1: missing.xml: No such file or directory\n");
   EXPECT_EQ(import("a.xml --force ./a.xml"), "1: ./a.xml: is one of the exports\n");
   EXPECT_EQ(import("a.xml --force ."), "1: .: is not a file that can be replaced\n");
