@@ -3,12 +3,14 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <fstream>
 #include <iostream>
 #include <new>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "import/failure.h"
 #include "import/import.h"
 #include "import/report.h"
 #include "platform/process.h"
@@ -23,18 +25,19 @@ constexpr int failed = 1;
 constexpr int wrongUsage = 2;
 
 constexpr std::string_view usage =
-    "Usage: import-dxl [--timezone HOURS] [--force] EXPORT.xml... STORE.nsf\n";
+    "Usage: import-dxl [--timezone HOURS] [--force] [--list FILE] EXPORT.xml... STORE.nsf\n";
 
 constexpr std::string_view help =
     "Makes one store of the stand-in Notes library of one or more XML exports.\n"
     "\n"
     "  --timezone HOURS  the zone of times without an offset, whole hours west of GMT,\n"
     "                    -23 to 23; 0 if not given\n"
-    "  --force           replace a store that exists\n"
+    "  --force           replace a store that exists, or an empty file\n"
+    "  --list FILE       write a line for each item that is left out to FILE\n"
     "  --help            show this and end\n"
     "  --version         show the version and end\n"
     "\n"
-    "Standard error names what is left out and ends with the numbers of the store.\n"
+    "Standard error tells what is left out the most, and the numbers of the store.\n"
     "Exit status: 0 the store is made; 1 it is not, standard error says why; 2 usage.\n";
 
 [[noreturn]] void endWithUsage(std::string_view reason) {
@@ -54,16 +57,20 @@ std::chrono::hours zoneFrom(std::string_view argument) {
   return *zone;
 }
 
-ImportOptions optionsFrom(int count, char** arguments) {
-  constexpr option known[] = {{"timezone", required_argument, nullptr, 't'},
-                              {"force", no_argument, nullptr, 'f'},
-                              {"help", no_argument, nullptr, 'h'},
-                              {"version", no_argument, nullptr, 'v'},
-                              {nullptr, 0, nullptr, 0}};
-  ImportOptions options;
+struct Options : ImportOptions {
+  std::optional<std::string> list;
+};
+
+Options optionsFrom(int count, char** arguments) {
+  constexpr option known[] = {
+      {"timezone", required_argument, nullptr, 't'}, {"force", no_argument, nullptr, 'f'},
+      {"list", required_argument, nullptr, 'l'},     {"help", no_argument, nullptr, 'h'},
+      {"version", no_argument, nullptr, 'v'},        {nullptr, 0, nullptr, 0}};
+  Options options;
   for (int found = 0; (found = getopt_long(count, arguments, "", known, nullptr)) != -1;) {
     if (found == 't') options.zone = zoneFrom(optarg);
     if (found == 'f') options.replaces = true;
+    if (found == 'l') options.list = optarg;
     if (found == 'h') endWith(std::string(usage) + std::string(help));
     if (found == 'v') endWith("import-dxl " PROGRAM_VERSION "\n");
     if (found == '?') endWithUsage("");
@@ -79,10 +86,14 @@ ImportOptions optionsFrom(int count, char** arguments) {
 
 int main(int count, char** arguments) {
   platform::prepareProcess();
-  const ImportOptions options = optionsFrom(count, arguments);
-  Report report;
+  const Options options = optionsFrom(count, arguments);
+  std::ofstream list;
+  Report report(options.list.has_value() ? &list : nullptr);
   try {
+    if (options.list.has_value()) list.open(*options.list);
+    if (options.list.has_value() && !list) failBySystem(*options.list);
     report.totals(importExports(options, report));
+    if (!list.flush()) report.failure(*options.list + ": not all of it could be written");
     return made;
   } catch (const ImportFailure& failure) {
     report.failure(failure.what());

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <ostream>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace dxl {
 
@@ -18,7 +21,8 @@ struct Totals {
 
 class Report {
  public:
-  Report();
+  /// What is left out is counted for the last lines; with a `list` each is a line of that, too.
+  explicit Report(std::ostream* list);
   Report(const Report&) = delete;
   Report& operator=(const Report&) = delete;
   ~Report();
@@ -30,15 +34,23 @@ class Report {
   /// How much of a file is read, for a person to see; `size` is more than 0.
   void progress(std::string_view file, std::uint64_t done, std::uint64_t size);
 
+  /// The last lines: what was left out the most, and the numbers.
   void totals(const Totals& totals);
 
   /// Why the import failed.
   void failure(std::string_view words);
 
  private:
+  using Kind = std::pair<std::string, std::string>;  // what it is, and the name of its item
+
+  void leftOut(Kind kind, std::uint32_t id, std::string_view what);
+  void table();
   void clearProgress();
   void line(std::string_view text);
 
+  std::ostream* list_;
+  std::map<Kind, std::uint64_t> counts_;
+  std::uint64_t ofOtherKinds_ = 0;
   bool isTerminal_;
   std::string progress_;
   std::string pending_;

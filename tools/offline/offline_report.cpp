@@ -1,6 +1,7 @@
 #include "offline/offline_report.h"
 
 #include <algorithm>
+#include <fstream>
 #include <iostream>
 
 #include "import/import.h"
@@ -30,9 +31,12 @@ std::chrono::hours chooseZone(const Options& options, const Settings& settings) 
   return zone.value_or(std::chrono::hours());
 }
 
-void importExport(std::chrono::hours zone, const fs::path& exported, const fs::path& store) {
-  tell(exported.string() + " -> " + store.filename().string());
-  dxl::Report report;
+void importExport(std::chrono::hours zone, const fs::path& exported, const fs::path& store,
+                  std::ostream& leftOut) {
+  const std::string step = exported.string() + " -> " + store.filename().string();
+  tell(step);
+  leftOut << step << '\n';
+  dxl::Report report(&leftOut);
   report.totals(dxl::importExports({zone, false, {exported.string()}, store.string()}, report));
 }
 
@@ -85,10 +89,13 @@ void makeReport(const Options& options) {
 
   folder.create();
   fs::copy_file(programs.library, folder.program() / "nnotes.dll");
+  std::ofstream leftOut(folder.leftOut());
   const fs::path configurationFile = folder.data() / configurationStore;
-  importExport(zone, options.configuration, configurationFile);
+  importExport(zone, options.configuration, configurationFile, leftOut);
   for (const AddressBook& book : books)
-    importExport(zone, book.exported, folder.data() / book.store);
+    importExport(zone, book.exported, folder.data() / book.store, leftOut);
+
+  if (!leftOut.flush()) warn(folder.leftOut().string() + ": not all of it could be written");
 
   const Configuration configuration = readConfiguration(configurationFile);
   const std::string server = chooseServer(options, settings, configuration.servers);

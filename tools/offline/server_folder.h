@@ -17,6 +17,9 @@ class ServerFolder {
   std::filesystem::path program() const { return root_ / "program"; }
   std::filesystem::path data() const { return root_ / "data"; }
 
+  /// What the imports leave out, item by item.
+  std::filesystem::path leftOut() const { return root_ / "left-out.txt"; }
+
   /// The report of the run. Throws Failed if there is none.
   std::filesystem::path report() const;
 

@@ -57,6 +57,15 @@ std::string import(const std::string& arguments, const std::string& settings = "
   return std::to_string(result.status) + ": " + result.output;
 }
 
+// The same with the list of what is left out in place of the table.
+std::string listed(const std::string& arguments) {
+  const std::string said = import("--list ../list " + arguments);
+  const std::size_t table = std::min(said.find("left out "), said.find("notes "));
+  const std::size_t numbers = said.find("notes ");
+  if (numbers == std::string::npos) return said;
+  return said.substr(0, table) + test::contentOf("../list") + said.substr(numbers);
+}
+
 // Exports a.xml, b.xml and so on.
 std::string write(const std::string& encoding, std::string content) {
   std::string names;
@@ -93,7 +102,7 @@ class ImportDxl : public testing::Test {
 TEST_F(ImportDxl, ExportsBecomeAStore) {
   for (const auto& [where, row] : test::rowsOf("tools/import/imports.txt", 5)) {
     const std::string names = write(row[1], expanded(row[2]));
-    EXPECT_EQ(import(row[0] + names + " s.nsf"), row[3] + '\n') << where;
+    EXPECT_EQ(listed(row[0] + names + " s.nsf"), row[3] + '\n') << where;
     EXPECT_EQ(test::contentOf("s.nsf"), row[4].empty() ? "" : expanded(row[4]) + '\n') << where;
     EXPECT_EQ(filesLeft(), row[4].empty() ? "" : "s.nsf ") << where;
     // The library takes long over a note of 16 MiB.
@@ -107,7 +116,7 @@ TEST_F(ImportDxl, ExportsBecomeAStore) {
 TEST_F(ImportDxl, ValuesFollowTheirRules) {
   for (const auto& [where, row] : test::rowsOf("tools/import/values.txt", 3)) {
     write("bytes", "<document><item name='i'>" + row[1] + "</item></document>");
-    const std::string said = import("--force --timezone " + row[0] + " a.xml s.nsf");
+    const std::string said = listed("--force --timezone " + row[0] + " a.xml s.nsf");
     const std::string start = "left out: note -, item i: ";
     const std::size_t at = said.find(start);
     if (at == std::string::npos) {
@@ -156,20 +165,41 @@ TEST_F(ImportDxl, ExportThatIsNoFileIsRefused) {
   }
 }
 
-// The messages are more than a pipe and the program hold, so that each is told once only if all are
-// taken care of, and a reader who leaves is noticed.
+// The list is more than a pipe and the program hold, so that each line is there once only if all
+// are taken care of, and a reader who leaves is noticed.
 TEST_F(ImportDxl, MessagesComeOnceAndStreamsThatAreClosedOrNotReadHarmNoStore) {
   write("bytes", "<document form='F'>" + expanded("{*40000 <item name='i'/>*}") + "</document>");
   const std::string store = expanded("<db>\n{\"note\":1,\"items\":{\"Form\":\"F\"}}\n");
-  const std::string said = expanded("0: {*40000 left out: note -, item i: empty\n*}") +
-                           "notes 1, profiles 0, design elements 0, items kept 1, left out 40000\n";
-  for (const std::string how : {"<&- >&-", "2>&-", "<&- >&- 2>&-", "| true"}) {
-    const std::string result = import("a.xml s.nsf " + how);
-    EXPECT_TRUE(result == (how == "<&- >&-" ? said : "0: ")) << how << result.size();
+  const std::string said =
+      "0: left out    40000  empty  i\n"
+      "notes 1, profiles 0, design elements 0, items kept 1, left out 40000\n";
+  for (const std::string how : {"<&- >&-", "2>&-", "<&- >&- 2>&-", "--list /dev/stdout | true"}) {
+    test::writeFile("../list", "");
+    EXPECT_EQ(import("--list ../list a.xml s.nsf " + how), how == "<&- >&-" ? said : "0: ") << how;
+    const bool isListed = how.find("list") == std::string::npos;
+    EXPECT_TRUE(test::contentOf("../list") ==
+                (isListed ? expanded("{*40000 left out: note -, item i: empty\n*}") : ""))
+        << how;
     EXPECT_EQ(test::contentOf("s.nsf"), store) << how;
     EXPECT_EQ(filesLeft(), "s.nsf ") << how;
     fs::remove("s.nsf");
   }
+}
+
+TEST_F(ImportDxl, WhatIsLeftOutTheMostIsToldFirst) {
+  std::string items = "<item name='often'/><item name='often'/><item name='b'><richtext/></item>";
+  std::string rows = "left out        2  empty  often\n";
+  for (char name = 'c'; name <= 'x'; ++name) {
+    items += std::string("<item name='") + name + "'/>";
+    if (name <= 'u') rows += std::string("left out        1  empty  ") + name + "\n";
+  }
+  write("bytes", "<document>" + items + "</document>");
+  EXPECT_EQ(import("a.xml s.nsf"), "0: " + rows +
+                                       "left out and 4 more\nnotes 1, profiles 0, design elements "
+                                       "0, items kept 0, left out 25\n");
+  EXPECT_EQ(import("--list missing/list a.xml t.nsf"),
+            "1: missing/list: No such file or directory\n");
+  EXPECT_EQ(filesLeft(), "s.nsf ");
 }
 
 TEST_F(ImportDxl, FileThatCannotBeWrittenIsNotMade) {
