@@ -88,6 +88,7 @@ class ExportReader : public ElementHandler {
     store::Note* const note = note_->finish();
     if (note == nullptr) {
       ++totals.leftOut;
+      ++totals.profilesInNoteForm;
     } else if (reading_.take(*note)) {
       ++(note->profile.has_value() ? totals.profiles : totals.notes);
       totals.itemsKept += note->items.size();

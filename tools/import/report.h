@@ -17,6 +17,7 @@ struct Totals {
   std::uint64_t designElements = 0;
   std::uint64_t itemsKept = 0;
   std::uint64_t leftOut = 0;
+  std::uint64_t profilesInNoteForm = 0;  ///< Which are left out.
 };
 
 class Report {

@@ -42,7 +42,7 @@ bool refersToEntity(std::string_view tag) {
 
 // The commonest faults first in words that say what to ask for.
 std::string wordsOf(XML_Error error) {
-  const std::string words = XML_ErrorString(error);
+  std::string words = XML_ErrorString(error);
   switch (error) {
     case XML_ERROR_NO_ELEMENTS:
     case XML_ERROR_UNCLOSED_TOKEN:

@@ -11,12 +11,16 @@ Configuration readConfiguration(const std::filesystem::path& file) {
   visitNotes(file, [&configuration](const store::Note& note) {
     if (note.profile.has_value()) {
       const auto& [profile, user] = *note.profile;
+      configuration.isOfAddOn = true;
+      configuration.hasCustomerProfile |= store::equalNames(profile, "qbcustomerprofile");
       if (store::equalNames(profile, "qbserverprofile") && !user.empty())
         configuration.servers.push_back(user);
       return;
     }
+    const std::string form = store::lowered(textOf(note, "form"));
+    configuration.isOfAddOn |= form.starts_with("qb");
     const std::string& path = textOf(note, "filepath");
-    if (path.empty() || !store::equalNames(textOf(note, "form"), "qbprofile")) return;
+    if (path.empty() || form != "qbprofile") return;
     // A replica id that is none counts as missing, as in an import.
     configuration.recipients.try_emplace(
         recipientKey(textOf(note, "server"), path),

@@ -16,6 +16,8 @@ namespace offline {
 using Recipients = std::unordered_map<std::string, store::DatabaseInfo>;
 
 struct Configuration {
+  bool isOfAddOn = false;  // holds a profile, or a document whose form begins with "qb"
+  bool hasCustomerProfile = false;
   std::vector<std::string> servers;  // the users of the server profiles, none of them empty
   Recipients recipients;
 };

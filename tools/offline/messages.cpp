@@ -3,10 +3,17 @@
 #include <algorithm>
 #include <iostream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "offline/program_texts.h"
 
 namespace offline {
+namespace {
+
+std::vector<std::string> warnings;
+
+}  // namespace
 
 void tell(std::string_view line) {
   constexpr std::size_t longest = 4096;  // a name of an export may have megabytes
@@ -15,10 +22,16 @@ void tell(std::string_view line) {
   std::cerr << shown << '\n';
 }
 
-void warn(std::string_view what) {
-  tell(std::string(programName).append(": warning: ").append(what));
+void warn(std::string_view what) { warnings.emplace_back(what); }
+
+void tellWarnings() {
+  for (const std::string& warning : std::exchange(warnings, {}))
+    tell(std::string(programName).append(": warning: ").append(warning));
 }
 
-void tellFailure(std::string_view why) { tell(std::string(programName).append(": ").append(why)); }
+void tellFailure(std::string_view why) {
+  tellWarnings();
+  tell(std::string(programName).append(": ").append(why));
+}
 
 }  // namespace offline

@@ -18,8 +18,11 @@ class Failed : public std::runtime_error {
 /// Shows a line as it is.
 void tell(std::string_view line);
 
-/// Shows what is not as it should be, and does not end the run.
+/// Keeps what is not as it should be, and does not end the run, for tellWarnings.
 void warn(std::string_view what);
+
+/// Shows the warnings, which stand together behind all that the work has said.
+void tellWarnings();
 
 /// Shows why the program ends without a report.
 void tellFailure(std::string_view why);

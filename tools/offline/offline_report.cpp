@@ -31,13 +31,35 @@ std::chrono::hours chooseZone(const Options& options, const Settings& settings) 
   return zone.value_or(std::chrono::hours());
 }
 
-void importExport(std::chrono::hours zone, const fs::path& exported, const fs::path& store,
-                  std::ostream& leftOut) {
+dxl::Totals importExport(std::chrono::hours zone, const fs::path& exported, const fs::path& store,
+                         std::ostream& leftOut) {
   const std::string step = exported.string() + " -> " + store.filename().string();
   tell(step);
   leftOut << step << '\n';
   dxl::Report report(&leftOut);
-  report.totals(dxl::importExports({zone, false, {exported.string()}, store.string()}, report));
+  const dxl::Totals totals =
+      dxl::importExports({zone, false, {exported.string()}, store.string()}, report);
+  report.totals(totals);
+  return totals;
+}
+
+// What makes a report empty is said, and why.
+void requireUse(const Configuration& configuration, const dxl::Totals& totals,
+                const std::string& exported) {
+  const std::string reason = "no profile qbcustomerprofile in " + exported +
+                             ": the wrong file, note form, or exported without profiles";
+  if (totals.profilesInNoteForm != 0) {
+    warn(std::to_string(totals.profilesInNoteForm) + " profiles of " + exported +
+         " are in note form and left out: ask for an export that is not");
+  }
+  if (!configuration.isOfAddOn) throw Failed(reason + "; nothing in it is of the add-on");
+  if (!configuration.hasCustomerProfile) warn(reason);
+}
+
+std::string listOf(const std::vector<std::string>& servers) {
+  std::string names;
+  for (const std::string& server : servers) names += " --server \"" + server + '"';
+  return names;
 }
 
 std::string onlyServer(const std::vector<std::string>& servers) {
@@ -48,10 +70,7 @@ std::string onlyServer(const std::vector<std::string>& servers) {
     return {};
   }
   if (servers.size() == 1) return servers.front();
-  std::string names;
-  for (const std::string& server : servers) names += " \"" + server + '"';
-  throw Failed("the configuration has several server profiles, and --server chooses one of them:" +
-               names);
+  throw Failed("the configuration has several server profiles; choose one:" + listOf(servers));
 }
 
 std::string chooseServer(const Options& options, const Settings& settings,
@@ -65,7 +84,12 @@ std::string chooseServer(const Options& options, const Settings& settings,
   }
   const bool hasProfile = std::ranges::any_of(
       servers, [&chosen](const std::string& server) { return store::equalNames(server, chosen); });
-  if (isGiven && !hasProfile) warn("no server profile is that of the server " + chosen);
+  if (isGiven && !hasProfile) {
+    const std::string words = "no server profile is that of the server " + chosen +
+                              (servers.empty() ? "" : "; there are:" + listOf(servers));
+    tell(words);  // at once, for whoever mistyped it
+    warn(words);
+  }
   return chosen;
 }
 
@@ -77,28 +101,25 @@ void runDiagnostics(const Programs& programs, const ServerFolder& folder) {
   }
 }
 
-}  // namespace
-
-void makeReport(const Options& options) {
-  const Programs programs = findPrograms();
-  const Settings settings = options.notesIni ? Settings::read(*options.notesIni) : Settings();
+// Everything that the diagnostics need.
+void layOut(const Options& options, const Programs& programs, const Settings& settings,
+            const ServerFolder& folder) {
   const std::chrono::hours zone = chooseZone(options, settings);
-  const ServerFolder folder(options.into);
   const std::vector<AddressBook> books = nameBooks(options.addressBooks);
   openToRead(options.configuration);  // what is not there shows before anything is laid out
 
   folder.create();
   fs::copy_file(programs.library, folder.program() / "nnotes.dll");
   std::ofstream leftOut(folder.leftOut());
-  const fs::path configurationFile = folder.data() / configurationStore;
-  importExport(zone, options.configuration, configurationFile, leftOut);
+  const fs::path store = folder.data() / configurationStore;
+  const dxl::Totals totals = importExport(zone, options.configuration, store, leftOut);
+  const Configuration configuration = readConfiguration(store);
+  requireUse(configuration, totals, options.configuration.string());
+  const std::string server = chooseServer(options, settings, configuration.servers);
   for (const AddressBook& book : books)
     importExport(zone, book.exported, folder.data() / book.store, leftOut);
-
   if (!leftOut.flush()) warn(folder.leftOut().string() + ": not all of it could be written");
 
-  const Configuration configuration = readConfiguration(configurationFile);
-  const std::string server = chooseServer(options, settings, configuration.servers);
   writeNewFile(folder.program() / "notes.ini",
                settings.textWith({{"NotesProgram", folder.program().string()},
                                   {"Directory", folder.data().string()},
@@ -107,9 +128,24 @@ void makeReport(const Options& options) {
                                   {"Names", listOfBooks(settings.value("Names"), books)}}));
   for (const AddressBook& book : books)
     layOutMailFiles(folder.data() / book.store, server, configuration.recipients, folder.data());
+}
 
+}  // namespace
+
+void makeReport(const Options& options) {
+  const Programs programs = findPrograms();
+  const Settings settings = options.notesIni ? Settings::read(*options.notesIni) : Settings();
+  const ServerFolder folder(options.into);
+  try {
+    layOut(options, programs, settings, folder);
+  } catch (...) {
+    folder.undo();
+    throw;
+  }
   runDiagnostics(programs, folder);
-  std::cout << "The report: " << folder.report().string() << '\n';
+  const fs::path report = folder.report();
+  tellWarnings();
+  std::cout << "The report: " << report.string() << '\n';
 }
 
 }  // namespace offline

@@ -18,11 +18,11 @@ fs::path absoluteFolder(const fs::path& folder) {
 
 }  // namespace
 
-ServerFolder::ServerFolder(const fs::path& folder) : root_(absoluteFolder(folder)) {
-  const fs::file_status status = fs::status(root_);
-  if (fs::exists(status) && !fs::is_directory(status))
+ServerFolder::ServerFolder(const fs::path& folder)
+    : root_(absoluteFolder(folder)), wasThere_(fs::exists(root_)) {
+  if (wasThere_ && !fs::is_directory(root_))
     throw Failed(root_.string() + " is there and is no folder");
-  if (fs::exists(status) && !fs::is_empty(root_))
+  if (wasThere_ && !fs::is_empty(root_))
     throw Failed(root_.string() + " is there and is not empty");
 
   // The Notes library takes a directory of 255 bytes, the separator behind it included.
@@ -37,6 +37,14 @@ ServerFolder::ServerFolder(const fs::path& folder) : root_(absoluteFolder(folder
 void ServerFolder::create() const {
   fs::create_directories(program());
   fs::create_directory(data());
+}
+
+void ServerFolder::undo() const {
+  if (!wasThere_) {
+    fs::remove_all(root_);
+    return;
+  }
+  for (const auto& entry : fs::directory_iterator(root_)) fs::remove_all(entry);
 }
 
 fs::path ServerFolder::report() const {

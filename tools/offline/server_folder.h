@@ -14,6 +14,9 @@ class ServerFolder {
   /// Makes the folder and those in it.
   void create() const;
 
+  /// Leaves the folder as it was before it was made.
+  void undo() const;
+
   std::filesystem::path program() const { return root_ / "program"; }
   std::filesystem::path data() const { return root_ / "data"; }
 
@@ -25,6 +28,7 @@ class ServerFolder {
 
  private:
   std::filesystem::path root_;  // absolute
+  bool wasThere_;
 };
 
 }  // namespace offline

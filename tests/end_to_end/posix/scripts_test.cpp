@@ -29,7 +29,8 @@ class Scripts : public testing::Test {
     writeProgram("dpkg-query", "#!/bin/sh\necho installed\n");
     fs::create_directories(path("call er/full/x"));
     test::writeFile(path("call er/file"), "");
-    test::writeFile(path("call er/conf.xml"), "<database/>");
+    test::writeFile(path("call er/conf.xml"),
+                    "<database><profiledocument name='qbcustomerprofile'/></database>");
   }
 
   fs::path path(const std::string& name) const { return folder_.path() / name; }

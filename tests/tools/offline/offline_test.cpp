@@ -131,7 +131,8 @@ TEST(Offline, ServerIsLaidOutByTheRules) {
     const test::TemporaryFolder folder;
     const std::string dir = folder.text() + "/server";
     std::string command = R"(cd "$1" && exec "$0" 2>&1 --into server )";
-    test::writeFile(folder.path() / "conf.xml", configuration(row[0]));
+    test::writeFile(folder.path() / "conf.xml",
+                    row[0].starts_with("<") ? row[0] : configuration(row[0]));
     if (!row[2].empty()) command += "--notes-ini ini ";
     test::writeFile(folder.path() / "ini", row[2]);
     command += row[3] + " conf.xml ";
