@@ -86,6 +86,7 @@ class ExportReader : public ElementHandler {
   void finishNote() {
     Totals& totals = reading_.totals;
     store::Note* const note = note_->finish();
+    if (note != nullptr && reading_.strip) totals.stripped += reading_.strip(*note);
     if (note == nullptr) {
       ++totals.leftOut;
       ++totals.profilesInNoteForm;

@@ -17,6 +17,7 @@ struct Reading {
   Report* leftOut;  ///< Where to tell of items and notes that are left out, or null.
   /// Takes each note that is not left out, its id 0 if it has none; whether the store has it.
   std::function<bool(store::Note&)> take;
+  std::function<std::size_t(store::Note&)> strip;  ///< That of the options.
   Totals totals{};
   store::DatabaseInfo database{};  ///< From the first export that says something.
 };

@@ -86,7 +86,7 @@ class Import {
 
  private:
   Reading readAll(Report* leftOut, std::function<bool(store::Note&)> take) {
-    Reading reading{options_.zone, leftOut, std::move(take)};
+    Reading reading{options_.zone, leftOut, std::move(take), options_.strip};
     for (std::size_t i = 0; i < states_.size(); ++i) {
       ExportFile file(options_.exports[i]);
       file.requireState(states_[i]);

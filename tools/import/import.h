@@ -2,12 +2,15 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "import/failure.h"
 #include "import/report.h"
+#include "store/note.h"
 
 namespace dxl {
 
@@ -16,6 +19,8 @@ struct ImportOptions {
   bool replaces = false;       ///< Whether a store that exists is replaced.
   std::vector<std::string> exports;
   std::string store;
+  /// Takes from a note the items that are not to be kept, and gives their number.
+  std::function<std::size_t(store::Note&)> strip = {};
 };
 
 /// Makes a store of exports, tells `report` what is left out, and gives the numbers of the store.

@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -15,6 +17,7 @@ enum ExitStatus { reportMade = 0, failed = 1, wrongUsage = 2 };
 
 int main(int argc, char** argv) {
   platform::prepareProcess();
+  umask(077);  // what customers send is nobody else's business, nor is the report of it
   try {
     if (const auto options = offline::parseOptions(argc, argv)) offline::makeReport(*options);
     if (!std::cout.flush()) throw offline::Failed("standard output cannot be written");

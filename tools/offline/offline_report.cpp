@@ -1,6 +1,7 @@
 #include "offline/offline_report.h"
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <iostream>
 
@@ -14,6 +15,7 @@
 #include "offline/programs.h"
 #include "offline/server_folder.h"
 #include "offline/settings.h"
+#include "offline/stored_notes.h"
 #include "store/letters.h"
 #include "store/notes_ini.h"
 
@@ -31,14 +33,24 @@ std::chrono::hours chooseZone(const Options& options, const Settings& settings) 
   return zone.value_or(std::chrono::hours());
 }
 
-dxl::Totals importExport(std::chrono::hours zone, const fs::path& exported, const fs::path& store,
-                         std::ostream& leftOut) {
-  const std::string step = exported.string() + " -> " + store.filename().string();
+// Of persons and mail-in databases the diagnostics read these; the others are nobody's business.
+std::size_t stripOfPrivateItems(store::Note& note) {
+  constexpr std::array kept = {"Form", "Type", "FullName", "MailServer", "MailFile"};
+  const std::string& type = textOf(note, "Type");
+  if (type != "Person" && type != "Database") return 0;
+  return std::erase_if(note.items, [&kept](const store::Item& item) {
+    return std::ranges::none_of(
+        kept, [&item](const char* name) { return store::equalNames(item.name, name); });
+  });
+}
+
+dxl::Totals importExport(const dxl::ImportOptions& options, std::ostream& leftOut) {
+  const std::string step =
+      options.exports.front() + " -> " + fs::path(options.store).filename().string();
   tell(step);
   leftOut << step << '\n';
   dxl::Report report(&leftOut);
-  const dxl::Totals totals =
-      dxl::importExports({zone, false, {exported.string()}, store.string()}, report);
+  const dxl::Totals totals = dxl::importExports(options, report);
   report.totals(totals);
   return totals;
 }
@@ -110,14 +122,21 @@ void layOut(const Options& options, const Programs& programs, const Settings& se
 
   folder.create();
   fs::copy_file(programs.library, folder.program() / "nnotes.dll");
+  fs::permissions(folder.program() / "nnotes.dll", fs::perms::owner_read | fs::perms::owner_write);
   std::ofstream leftOut(folder.leftOut());
   const fs::path store = folder.data() / configurationStore;
-  const dxl::Totals totals = importExport(zone, options.configuration, store, leftOut);
+  const dxl::Totals totals =
+      importExport({zone, false, {options.configuration.string()}, store.string()}, leftOut);
   const Configuration configuration = readConfiguration(store);
   requireUse(configuration, totals, options.configuration.string());
   const std::string server = chooseServer(options, settings, configuration.servers);
-  for (const AddressBook& book : books)
-    importExport(zone, book.exported, folder.data() / book.store, leftOut);
+  for (const AddressBook& book : books) {
+    const fs::path file = folder.data() / book.store;
+    const dxl::Totals ofBook = importExport(
+        {zone, false, {book.exported.string()}, file.string(), stripOfPrivateItems}, leftOut);
+    tell("of persons and databases five items each are kept; " + std::to_string(ofBook.stripped) +
+         " others are not");
+  }
   if (!leftOut.flush()) warn(folder.leftOut().string() + ": not all of it could be written");
 
   writeNewFile(folder.program() / "notes.ini",

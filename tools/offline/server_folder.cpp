@@ -19,7 +19,9 @@ fs::path absoluteFolder(const fs::path& folder) {
 }  // namespace
 
 ServerFolder::ServerFolder(const fs::path& folder)
-    : root_(absoluteFolder(folder)), wasThere_(fs::exists(root_)) {
+    : root_(absoluteFolder(folder)),
+      wasThere_(fs::exists(root_)),
+      permissions_(fs::status(root_).permissions()) {
   if (wasThere_ && !fs::is_directory(root_))
     throw Failed(root_.string() + " is there and is no folder");
   if (wasThere_ && !fs::is_empty(root_))
@@ -36,6 +38,7 @@ ServerFolder::ServerFolder(const fs::path& folder)
 
 void ServerFolder::create() const {
   fs::create_directories(program());
+  fs::permissions(root_, fs::perms::owner_all);
   fs::create_directory(data());
 }
 
@@ -45,6 +48,7 @@ void ServerFolder::undo() const {
     return;
   }
   for (const auto& entry : fs::directory_iterator(root_)) fs::remove_all(entry);
+  fs::permissions(root_, permissions_);
 }
 
 fs::path ServerFolder::report() const {

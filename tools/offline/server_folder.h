@@ -11,7 +11,7 @@ class ServerFolder {
   /// path that notes.ini cannot hold or the Notes library does not take.
   explicit ServerFolder(const std::filesystem::path& folder);
 
-  /// Makes the folder and those in it.
+  /// Makes the folder, which from then on is its owner's alone, and those in it.
   void create() const;
 
   /// Leaves the folder as it was before it was made.
@@ -29,6 +29,7 @@ class ServerFolder {
  private:
   std::filesystem::path root_;  // absolute
   bool wasThere_;
+  std::filesystem::perms permissions_;
 };
 
 }  // namespace offline

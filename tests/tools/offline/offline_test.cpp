@@ -52,7 +52,7 @@ std::string reportWith(const std::string& letters) {
   const std::string command =
       R"(cd "$2" && "$0" --into "dir$3" --notes-ini notes.ini QBConf.xml names.xml partners.xml >&2 &&)"
       R"( { report=$(echo "dir$3"/data/Quellbright/*DIAGNOSTIC*); )"
-      R"(cat "$report" "dir$3"/data/*.nsf "dir$3/data/mail$3"/* "dir$3/left-out.txt"; })";
+      R"(cat "$report" "dir$3"/data/*.nsf "dir$3/data/mail$3"/* "dir$3/left-out.txt"; find "dir$3" -perm /077; })";
   const auto result =
       test::runProcess({"sh", "-c", command, test::builtProgram("qbdiagnostics-offline"),
                         test::builtProgram("qbreport"), folder.text(), letters},
@@ -68,6 +68,8 @@ TEST(Offline, LettersBeyondAsciiAreFoundAndShownAsAnyOther) {
   const std::string ascii = reportWith("zyxwvutsrqponm");
   EXPECT_NE(ascii.find("Done Testing Get VRX events."), std::string::npos) << ascii;
   EXPECT_NE(ascii.find("O=Nordholm*"), std::string::npos);
+  EXPECT_EQ(ascii.find("\ndir*"), std::string::npos) << "others may read it";
+  EXPECT_EQ(ascii.find("LastName"), std::string::npos) << "private items are kept";
   EXPECT_NE(ascii.find("left out: note 922, item Body: richtext\n"), std::string::npos);
   EXPECT_EQ(reportWith("\u00e4\u00df\u20ac\u2013\u0141\u00fc"), ascii);
 }
