@@ -69,11 +69,11 @@ std::string asText(std::uint64_t time) {
 bool isPlain(char byte) { return byte >= ' ' && byte <= '~' && byte != '"' && byte != '\\'; }
 
 // Most texts are what they look like.
-void writeText(std::ostream& out, std::string_view latin1) {
-  if (std::ranges::all_of(latin1, isPlain)) {
-    out << '"' << latin1 << '"';
+void writeText(std::ostream& out, std::string_view bytes) {
+  if (std::ranges::all_of(bytes, isPlain)) {
+    out << '"' << bytes << '"';
   } else {
-    out << Json(toUtf8(latin1));
+    out << Json(toUtf8(bytes));
   }
 }
 

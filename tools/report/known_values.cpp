@@ -4,6 +4,7 @@
 
 #include "platform/ascii.h"
 #include "report/lines.h"
+#include "report/text.h"
 
 namespace reader {
 namespace {
@@ -39,20 +40,26 @@ KnownValues::KnownValues(const std::deque<Pseudonym>& pseudonyms) : pseudonyms_(
   for (std::size_t place = 0; place < pseudonyms.size(); ++place) {
     const std::string_view value = pseudonyms[place].value;
     if (value.size() < shortestValue) continue;
-    places_.emplace(value, place);
-    std::vector<std::size_t>& sizes = sizes_[beginningOf(value)];
-    if (std::ranges::find(sizes, value.size()) == sizes.end()) sizes.push_back(value.size());
+    add(value, place);
+    if (!std::ranges::all_of(value, isAscii))
+      add(doubled_.emplace_back(latin1ToUtf8(value)), pseudonyms.size() + place);
   }
   for (auto& [beginning, sizes] : sizes_) std::ranges::sort(sizes);
 }
 
+void KnownValues::add(std::string_view form, std::size_t place) {
+  places_.emplace(form, place);
+  std::vector<std::size_t>& sizes = sizes_[beginningOf(form)];
+  if (std::ranges::find(sizes, form.size()) == sizes.end()) sizes.push_back(form.size());
+}
+
 // The earliest of those in the same case, or else of those in another; null if there is none.
 const Pseudonym* KnownValues::find(std::string_view text) const {
-  std::pair best(true, pseudonyms_.size());
+  std::pair best(true, 2 * pseudonyms_.size());
   const auto [begin, end] = places_.equal_range(text);
   for (auto at = begin; at != end; ++at)
     best = std::min(best, std::pair(at->first != text, at->second));
-  return begin == end ? nullptr : &pseudonyms_[best.second];
+  return begin == end ? nullptr : &pseudonyms_[best.second % pseudonyms_.size()];
 }
 
 std::vector<KnownValues::Hit> KnownValues::hitsIn(std::string_view message) const {

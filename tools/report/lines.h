@@ -33,6 +33,8 @@ inline bool isBlank(std::string_view text) {
   return text.find_first_not_of("\t ") == std::string_view::npos;
 }
 
+inline bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
+
 inline bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
 }  // namespace reader

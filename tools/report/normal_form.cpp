@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "report/entry_reader.h"
+#include "report/text.h"
 #include "report/tool_texts.h"
 
 namespace reader {
@@ -32,8 +33,9 @@ void NormalForm::addEntry(const Report& report, EntryNumber number) {
 }
 
 void NormalForm::addLine(Section section, std::string_view line) {
+  const auto isPlain = [](char byte) { return byte != '\0' && isAscii(byte); };
   const std::string_view time = section == Section::access ? timeOfTestFile(line) : "";
-  if (time.empty() && line.find('\0') == std::string_view::npos) {
+  if (time.empty() && std::ranges::all_of(line, isPlain)) {
     lines_.push_back(line);
     return;
   }
@@ -42,6 +44,7 @@ void NormalForm::addLine(Section section, std::string_view line) {
     const auto at = static_cast<std::size_t>(time.data() - line.data());
     changed.replace(at, time.size(), time.size(), '0');
   }
+  changed = toUtf8(changed);
   std::erase(changed, '\0');
   lines_.push_back(changed_.emplace_back(std::move(changed)));
 }

@@ -16,9 +16,9 @@ struct NormalSection {
   std::size_t end;
 };
 
-/// The lines of a report without time stamps, process and thread numbers, zero bytes, a cut last
-/// line and the three events that the tool writes itself, and with zeros for the time in the name
-/// of its test file. They lean on the report, which outlives them.
+/// The lines of a report as UTF-8, without time stamps, process and thread numbers, zero bytes, a
+/// cut last line and the three events that the tool writes itself, and with zeros for the time in
+/// the name of its test file. They lean on the report, which outlives them.
 class NormalForm {
  public:
   explicit NormalForm(const Report& report);

@@ -44,9 +44,9 @@ PseudonymMap::PseudonymMap(std::string_view json) {
     if (!values.is_object()) fail();
     std::set<std::uint32_t> numbers;
     for (const auto& [value, number] : values.items()) {
-      const auto bytes = toLatin1(value);
-      if (!bytes || bytes->empty() || !numbers.insert(numberIn(number)).second) fail();
-      all_.push_back({kind, numberIn(number), values_.emplace_back(*bytes)});
+      const std::string bytes = toLatin1(value);
+      if (bytes.empty() || !numbers.insert(numberIn(number)).second) fail();
+      all_.push_back({kind, numberIn(number), values_.emplace_back(bytes)});
     }
   }
 }
@@ -56,7 +56,7 @@ std::string asMap(const std::deque<Pseudonym>& pseudonyms) {
   for (const Pseudonym& pseudonym : pseudonyms) {
     std::string& part = parts.at(static_cast<std::size_t>(pseudonym.kind));
     part += part.empty() ? "" : ",\n";
-    part += Json(toUtf8(pseudonym.value)).dump() + ":" + std::to_string(pseudonym.number);
+    part += Json(latin1ToUtf8(pseudonym.value)).dump() + ":" + std::to_string(pseudonym.number);
   }
   std::string map = R"({"format":1,"values":{)";
   const char* separator = "\n";

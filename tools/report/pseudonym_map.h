@@ -1,6 +1,8 @@
 // The file that keeps pseudonyms from one report to the next.
 //
 //   {"format":1,"values":{"server":{"CN=mail01/O=Nordholm":1}}}
+//
+// A value is bytes, whatever set they are of: each stands as the character of its number.
 #pragma once
 
 #include <deque>

@@ -1,69 +1,75 @@
 #include "report/text.h"
 
 #include <algorithm>
+#include <array>
 
+#include "platform/code_pages.h"
 #include "report/lines.h"
 
 namespace reader {
 namespace {
 
-bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
+constexpr std::uint32_t windowsPage = 1252;
+constexpr std::uint32_t latin1Page = 28591;
+constexpr std::uint32_t utf8Page = 65001;
 
-void appendUtf8(std::string& text, char byte) {
-  if (isAscii(byte)) {
-    text += byte;
-    return;
+// Takes the first character, and gives it as UTF-8.
+std::string takeCharacter(std::string_view& bytes) {
+  constexpr std::size_t longest = 4;
+  std::array<char16_t, 2> wide{};
+  for (std::size_t size = 1; size <= std::min(longest, bytes.size()); ++size) {
+    const std::string_view sequence = bytes.substr(0, size);
+    if (platform::narrowToWide(utf8Page, true, sequence, wide).length == 0) continue;
+    bytes.remove_prefix(size);
+    return std::string(sequence);
   }
-  const auto unit = static_cast<unsigned char>(byte);
-  text += static_cast<char>(0xC0 | unit >> 6);
-  text += static_cast<char>(0x80 | (unit & 0x3F));
-}
-
-bool isControl(char byte) {
-  const auto unit = static_cast<unsigned char>(byte);
-  return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
+  const auto length = platform::narrowToWide(windowsPage, false, bytes.substr(0, 1), wide).length;
+  bytes.remove_prefix(1);
+  return platform::wideToUtf8({wide.data(), length});
 }
 
 }  // namespace
 
-std::string toUtf8(std::string_view latin1) {
+std::string toUtf8(std::string_view bytes) {
   std::string text;
-  text.reserve(2 * latin1.size() -
-               static_cast<std::size_t>(std::ranges::count_if(latin1, isAscii)));
-  for (const char byte : latin1) appendUtf8(text, byte);
-  return text;
-}
-
-std::optional<std::string> toLatin1(std::string_view utf8) {
-  std::string text;
-  for (std::size_t at = 0; at < utf8.size(); ++at) {
-    const auto lead = static_cast<unsigned char>(utf8[at]);
-    if (isAscii(utf8[at])) {
-      text += utf8[at];
-      continue;
-    }
-    if ((lead != 0xC2 && lead != 0xC3) || at + 1 == utf8.size()) return std::nullopt;
-    text += static_cast<char>((lead & 3) << 6 | (static_cast<unsigned char>(utf8[++at]) & 0x3F));
+  text.reserve(bytes.size());
+  while (!bytes.empty()) {
+    const auto end = std::ranges::find_if_not(bytes, isAscii);
+    const auto size = static_cast<std::size_t>(end - bytes.begin());
+    text += bytes.substr(0, size);
+    bytes.remove_prefix(size);
+    if (!bytes.empty()) text += takeCharacter(bytes);
   }
   return text;
 }
 
-void writeShown(std::ostream& out, std::string_view latin1) {
+std::string latin1ToUtf8(std::string_view latin1) {
+  std::u16string wide(latin1.size(), u'\0');
+  platform::narrowToWide(latin1Page, false, latin1, wide);
+  return platform::wideToUtf8(wide);
+}
+
+std::string toLatin1(std::string_view utf8) {
+  std::u16string wide(utf8.size(), u'\0');
+  wide.resize(platform::narrowToWide(utf8Page, true, utf8, wide).length);
+  const bool isLatin1 = std::ranges::all_of(wide, [](char16_t unit) { return unit <= 0xFF; });
+  return isLatin1 ? std::string(wide.begin(), wide.end()) : std::string();
+}
+
+void writeShown(std::ostream& out, std::string_view bytes) {
   constexpr std::string_view digits = "0123456789ABCDEF";
-  constexpr std::size_t piece = 4096;
-  std::string text;
-  for (const char byte : withoutTabs(latin1)) {
-    const auto unit = static_cast<unsigned char>(byte);
-    if (isControl(byte)) {
-      text.append({'\\', 'x', digits[unit >> 4], digits[unit & 0xF]});
-    } else {
-      appendUtf8(text, byte);
-    }
-    if (text.size() < piece) continue;
-    out << text;
-    text.clear();
+  const std::string text = toUtf8(withoutTabs(bytes));
+  const auto unitAt = [&text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+  std::size_t begin = 0;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const bool isOfTwo = unitAt(at) == 0xC2 && unitAt(at + 1) < 0xA0;
+    if (!isOfTwo && unitAt(at) >= 0x20 && unitAt(at) != 0x7F) continue;
+    out << std::string_view(text).substr(begin, at - begin);
+    if (isOfTwo) ++at;  // to the byte that is the character's number
+    out << "\\x" << digits[unitAt(at) >> 4] << digits[unitAt(at) & 0xF];
+    begin = at + 1;
   }
-  out << text;
+  out << std::string_view(text).substr(begin);
 }
 
 }  // namespace reader

@@ -10,7 +10,6 @@
 
 #include "report/difference.h"
 #include "report/normal_form.h"
-#include "report/text.h"
 
 namespace reader {
 namespace {
@@ -153,7 +152,7 @@ class HunkWriter {
     out_ << " @@\n";
     for (const char mark : script) {
       const std::string_view line = mark == '+' ? after_[nextAfter_] : before_[nextBefore_];
-      out_ << mark << toUtf8(line) << '\n';
+      out_ << mark << line << '\n';
       if (mark != '+') ++nextBefore_;
       if (mark != '-') ++nextAfter_;
     }

@@ -22,7 +22,9 @@ class Commands : public testing::Test {
     const std::string end = "@Done Testing Get VRX events.\n";
     const std::string start = "@STARTING LOG\r\n@SYSTEM ENVIRONMENT:\n";
     test::writeFile("report", test::reportOf(start + "\xe9\n" + end));
-    test::writeFile("failing", test::reportOf(start + "@Could not count users: x\a\n" + end));
+    test::writeFile(
+        "failing",
+        test::reportOf(start + "@Could not count users: x\a\xc3\xa9\x80\x81\xc2\x9f\n" + end));
     test::writeFile("-later", test::reportOf("@a\n"));
     test::writeFile("text", "no report\n");
   }
