@@ -51,8 +51,9 @@ std::string reportWith(const std::string& letters) {
   }
   const std::string command =
       R"(cd "$2" && "$0" --into "dir$3" --notes-ini notes.ini QBConf.xml names.xml partners.xml >&2 &&)"
-      R"( { report=$(echo "dir$3"/data/Quellbright/*DIAGNOSTIC*); )"
-      R"(cat "$report" "dir$3"/data/*.nsf "dir$3/data/mail$3"/* "dir$3/left-out.txt"; find "dir$3" -perm /077; })";
+      R"( { report=$(echo "dir$3"/data/Quellbright/*DIAGNOSTIC*); "$1" check "$report" | cut -f 2-;)"
+      R"( cat "$report" "dir$3"/data/*.nsf "dir$3/data/mail$3"/* "dir$3/left-out.txt";)"
+      R"( find "dir$3" -perm /077; })";
   const auto result =
       test::runProcess({"sh", "-c", command, test::builtProgram("qbdiagnostics-offline"),
                         test::builtProgram("qbreport"), folder.text(), letters},
