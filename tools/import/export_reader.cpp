@@ -56,8 +56,11 @@ class ExportReader : public ElementHandler {
     if (note_.has_value() && level_ > levelOfNote_) note_->end(level_ - levelOfNote_);
     if (note_.has_value() && level_ == levelOfNote_) finishNote();
     if (--level_ > 0) return;
+    complete(ofDatabaseInfo_, ofRoot_);
+    const std::uint64_t known = reading_.database.replicaId;
+    reading_.totals.hasOtherReplica |=
+        known != 0 && ofDatabaseInfo_.replicaId != 0 && ofDatabaseInfo_.replicaId != known;
     complete(reading_.database, ofDatabaseInfo_);
-    complete(reading_.database, ofRoot_);
   }
 
  private:

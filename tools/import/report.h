@@ -18,6 +18,7 @@ struct Totals {
   std::uint64_t itemsKept = 0;
   std::uint64_t leftOut = 0;
   std::uint64_t profilesInNoteForm = 0;  ///< Which are left out.
+  bool hasOtherReplica = false;          ///< Two exports name different replica ids.
   std::uint64_t stripped = 0;            ///< Items that were not to be kept.
 };
 

@@ -6,8 +6,8 @@
 #include <iostream>
 
 #include "import/import.h"
-#include "offline/book_names.h"
 #include "offline/configuration.h"
+#include "offline/exported_stores.h"
 #include "offline/files.h"
 #include "offline/mail_files.h"
 #include "offline/messages.h"
@@ -45,13 +45,17 @@ std::size_t stripOfPrivateItems(store::Note& note) {
 }
 
 dxl::Totals importExport(const dxl::ImportOptions& options, std::ostream& leftOut) {
-  const std::string step =
-      options.exports.front() + " -> " + fs::path(options.store).filename().string();
+  std::string step;
+  for (const std::string& exported : options.exports) step += exported + " ";
+  step += "-> " + fs::path(options.store).filename().string();
   tell(step);
   leftOut << step << '\n';
   dxl::Report report(&leftOut);
   const dxl::Totals totals = dxl::importExports(options, report);
   report.totals(totals);
+  if (totals.hasOtherReplica)
+    throw Failed("these exports have different replica ids, and are of different databases: " +
+                 step);
   return totals;
 }
 
@@ -117,23 +121,25 @@ void runDiagnostics(const Programs& programs, const ServerFolder& folder) {
 void layOut(const Options& options, const Programs& programs, const Settings& settings,
             const ServerFolder& folder) {
   const std::chrono::hours zone = chooseZone(options, settings);
-  const std::vector<AddressBook> books = nameBooks(options.addressBooks);
-  openToRead(options.configuration);  // what is not there shows before anything is laid out
+  const std::vector<ExportedStore> stores = storesOf(options.exports);
 
   folder.create();
   fs::copy_file(programs.library, folder.program() / "nnotes.dll");
   fs::permissions(folder.program() / "nnotes.dll", fs::perms::owner_read | fs::perms::owner_write);
   std::ofstream leftOut(folder.leftOut());
-  const fs::path store = folder.data() / configurationStore;
-  const dxl::Totals totals =
-      importExport({zone, false, {options.configuration.string()}, store.string()}, leftOut);
-  const Configuration configuration = readConfiguration(store);
-  requireUse(configuration, totals, options.configuration.string());
+  const auto importStore = [&](const ExportedStore& store, auto strip) {
+    std::vector<std::string> exports;
+    for (const fs::path& exported : store.exports) exports.push_back(exported.string());
+    return importExport({zone, false, exports, (folder.data() / store.name).string(), strip},
+                        leftOut);
+  };
+  const dxl::Totals totals = importStore(stores.front(), nullptr);
+  const Configuration configuration = readConfiguration(folder.data() / stores.front().name);
+  requireUse(configuration, totals, stores.front().exports.front().string());
+  const std::vector<ExportedStore> books(stores.begin() + 1, stores.end());
   const std::string server = chooseServer(options, settings, configuration.servers);
-  for (const AddressBook& book : books) {
-    const fs::path file = folder.data() / book.store;
-    const dxl::Totals ofBook = importExport(
-        {zone, false, {book.exported.string()}, file.string(), stripOfPrivateItems}, leftOut);
+  for (const ExportedStore& book : books) {
+    const dxl::Totals ofBook = importStore(book, stripOfPrivateItems);
     tell("of persons and databases five items each are kept; " + std::to_string(ofBook.stripped) +
          " others are not");
   }
@@ -145,8 +151,8 @@ void layOut(const Options& options, const Programs& programs, const Settings& se
                                   {"Timezone", std::to_string(zone.count())},
                                   {"ServerName", server},
                                   {"Names", listOfBooks(settings.value("Names"), books)}}));
-  for (const AddressBook& book : books)
-    layOutMailFiles(folder.data() / book.store, server, configuration.recipients, folder.data());
+  for (const ExportedStore& book : books)
+    layOutMailFiles(folder.data() / book.name, server, configuration.recipients, folder.data());
 }
 
 }  // namespace

@@ -59,8 +59,7 @@ void take(Options& options, int letter, const std::string& value) {
 void takeExports(Options& options, int argc, char** argv) {
   if (options.into.empty()) throw WrongUsage("--into DIR is missing");
   if (optind == argc) throw WrongUsage("the export of the configuration is missing");
-  options.configuration = argv[optind];
-  options.addressBooks.assign(argv + optind + 1, argv + argc);
+  options.exports.assign(argv + optind, argv + argc);
 }
 
 }  // namespace
@@ -88,7 +87,7 @@ std::optional<Options> parseOptions(int argc, char** argv) {
 std::string usageLine() {
   return "Usage: " + std::string(programName) +
          " --into DIR [--notes-ini FILE] [--server NAME] [--timezone HOURS]"
-         " CONFIGURATION.xml [ADDRESSBOOK.xml...]";
+         " EXPORT.xml...";
 }
 
 }  // namespace offline

@@ -15,8 +15,7 @@ struct Options {
   std::optional<std::filesystem::path> notesIni;
   std::optional<std::string> server;
   std::optional<std::chrono::hours> zone;  // west of GMT
-  std::filesystem::path configuration;
-  std::vector<std::filesystem::path> addressBooks;
+  std::vector<std::filesystem::path> exports;
 };
 
 /// A command line that says nothing the program could do; its text is the reason.

@@ -68,7 +68,7 @@ std::string Settings::textWith(const std::vector<Setting>& replaced) const {
   return result;
 }
 
-std::string listOfBooks(std::string_view names, const std::vector<AddressBook>& books) {
+std::string listOfBooks(std::string_view names, const std::vector<ExportedStore>& books) {
   std::string list;
   std::set<std::string> listed;
   const auto add = [&list](std::string_view entry) {
@@ -76,16 +76,16 @@ std::string listOfBooks(std::string_view names, const std::vector<AddressBook>& 
   };
   for (const std::string_view entry : store::booksFrom(names)) {
     const std::string file = store::fileOfBook(entry);
-    const auto book = std::ranges::find_if(books, [&file](const AddressBook& candidate) {
-      return store::equalNames(candidate.store, file);
+    const auto book = std::ranges::find_if(books, [&file](const ExportedStore& candidate) {
+      return store::equalNames(candidate.name, file);
     });
     if (book == books.end()) continue;
     // The system here may tell the letters of the two cases apart.
-    add(file == book->store ? entry : std::string_view(book->store));
-    listed.insert(book->store);
+    add(file == book->name ? entry : std::string_view(book->name));
+    listed.insert(book->name);
   }
-  for (const AddressBook& book : books) {
-    if (!listed.contains(book.store)) add(book.store);
+  for (const ExportedStore& book : books) {
+    if (!listed.contains(book.name)) add(book.name);
   }
   return list;
 }

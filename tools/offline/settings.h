@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "offline/book_names.h"
+#include "offline/exported_stores.h"
 #include "store/letters.h"
 #include "store/notes_ini.h"
 
@@ -44,6 +44,6 @@ class Settings {
 
 /// The list of address books: those entries of `names` whose book is among `books`, in their order,
 /// then the other books.
-std::string listOfBooks(std::string_view names, const std::vector<AddressBook>& books);
+std::string listOfBooks(std::string_view names, const std::vector<ExportedStore>& books);
 
 }  // namespace offline
