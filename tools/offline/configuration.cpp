@@ -6,6 +6,20 @@
 #include "store/letters.h"
 
 namespace offline {
+namespace {
+
+// A line of a database has an end; with escapes each byte takes six of its bytes at most.
+std::string titleThatFits(const std::string& title) {
+  constexpr std::size_t most = store::longestDatabaseLine / 6 - 64;
+  std::size_t size = std::min(title.size(), most);
+  while (size < title.size() && size > 0 &&
+         (static_cast<unsigned char>(title[size]) & 0xC0U) == 0x80)
+    --size;
+  return title.substr(0, size);
+}
+
+}  // namespace
+
 Configuration readConfiguration(const std::filesystem::path& file) {
   Configuration configuration;
   visitNotes(file, [&configuration](const store::Note& note) {
@@ -24,7 +38,7 @@ Configuration readConfiguration(const std::filesystem::path& file) {
     // A replica id that is none counts as missing, as in an import.
     configuration.recipients.try_emplace(
         recipientKey(textOf(note, "server"), path),
-        store::DatabaseInfo{textOf(note, "name"),
+        store::DatabaseInfo{titleThatFits(textOf(note, "name")),
                             store::replicaIdFrom(textOf(note, "replicaid")).value_or(0)});
   });
   return configuration;

@@ -80,8 +80,8 @@ void requireDifferent(const std::vector<fs::path>& exports) {
 }  // namespace
 
 std::vector<ExportedStore> storesOf(const std::vector<fs::path>& exports) {
-  std::vector<std::string> names;
-  for (const fs::path& exported : exports) names.push_back(nameOf(exported));
+  std::vector<std::string> names(exports.size());
+  std::ranges::transform(exports, names.begin(), nameOf);
   requireDifferent(exports);
   const bool isConfigurationNamed = std::ranges::any_of(names, isOfConfiguration);
   std::vector<ExportedStore> stores = {{configurationStore, {}}};

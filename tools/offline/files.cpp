@@ -4,6 +4,8 @@
 #include <iterator>
 #include <system_error>
 
+#include "offline/messages.h"
+
 namespace offline {
 namespace {
 
@@ -17,8 +19,7 @@ std::ifstream openToRead(const std::filesystem::path& file) {
   // A pipe would wait for a writer, and a folder opens like a file.
   const auto type = std::filesystem::status(file).type();
   if (type == std::filesystem::file_type::not_found) fail("cannot read", file, ENOENT);
-  if (type == std::filesystem::file_type::directory) fail("cannot read", file, EISDIR);
-  if (type != std::filesystem::file_type::regular) fail("cannot read", file, EINVAL);
+  if (type != std::filesystem::file_type::regular) throw Failed(file.string() + ": is not a file");
   std::ifstream input(file, std::ios::binary);
   if (!input) fail("cannot read", file, errno);
   return input;

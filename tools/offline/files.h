@@ -8,7 +8,7 @@
 
 namespace offline {
 
-/// Throws std::filesystem::filesystem_error, as all here do; also for what is no plain file.
+/// Throws std::filesystem::filesystem_error, as all here do; and Failed for what is no plain file.
 std::ifstream openToRead(const std::filesystem::path& file);
 
 std::string contentOf(const std::filesystem::path& file);

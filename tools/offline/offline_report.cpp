@@ -29,7 +29,9 @@ std::chrono::hours chooseZone(const Options& options, const Settings& settings) 
   const std::string text = settings.value("Timezone");
   if (text.empty()) return {};
   const auto zone = store::zoneFrom(text);
-  if (!zone) warn("the Timezone of notes.ini is none, and 0 is taken: " + text);
+  if (!zone)
+    warn("the Timezone of notes.ini is none of whole hours, and 0 is taken: " + text +
+         "; --timezone tells the hours west of GMT");
   return zone.value_or(std::chrono::hours());
 }
 
@@ -113,7 +115,9 @@ void runDiagnostics(const Programs& programs, const ServerFolder& folder) {
   constexpr int finished = 1;  // the reverse of what is usual
   const int status = runProgram({programs.diagnostics.string(), folder.program().string()});
   if (status != finished) {
-    throw Failed("the diagnostics did not finish; their exit status is " + std::to_string(status));
+    const std::optional<fs::path> report = folder.report();
+    throw Failed("the diagnostics did not finish; their exit status is " + std::to_string(status) +
+                 (report ? ", and what they wrote is " + report->string() : ""));
   }
 }
 
@@ -168,9 +172,10 @@ void makeReport(const Options& options) {
     throw;
   }
   runDiagnostics(programs, folder);
-  const fs::path report = folder.report();
+  const std::optional<fs::path> report = folder.report();
+  if (!report) throw Failed("the diagnostics left no report");
   tellWarnings();
-  std::cout << "The report: " << report.string() << '\n';
+  std::cout << "The report: " << report->string() << '\n';
 }
 
 }  // namespace offline

@@ -26,6 +26,19 @@ constexpr std::array optionTable = {option{"into", required_argument, nullptr, i
                                     option{"version", no_argument, nullptr, versionOption},
                                     option{nullptr, 0, nullptr, 0}};
 
+constexpr std::string_view examples =
+    "\n"
+    "The configuration and two address books, with the server's own settings:\n"
+    "  qbdiagnostics-offline --into /tmp/acme --notes-ini notes.ini QBConf.xml names.xml "
+    "partners.xml\n"
+    "No settings came with them; the server is in a zone five hours west of GMT:\n"
+    "  qbdiagnostics-offline --into /tmp/acme --timezone 5 QBConf.xml names.xml\n"
+    "The configuration is that of several servers:\n"
+    "  qbdiagnostics-offline --into /tmp/acme --server \"CN=mail01/O=Acme\" QBConf.xml names.xml\n"
+    "The address book came in parts:\n"
+    "  qbdiagnostics-offline --into /tmp/acme QBConf.xml names-a.xml names-b.xml\n"
+    "An export is made as offline.md tells, whose place the manual page names.\n";
+
 std::string serverFrom(const std::string& text) {
   if (text.empty() || hasControl(text)) throw WrongUsage("--server takes the name of a server");
   return text;
@@ -33,7 +46,8 @@ std::string serverFrom(const std::string& text) {
 
 std::chrono::hours zoneFrom(const std::string& text) {
   const auto zone = store::zoneFrom(text);
-  if (!zone) throw WrongUsage("--timezone takes whole hours west of GMT, from -23 to 23");
+  if (!zone)
+    throw WrongUsage("--timezone takes whole hours west of GMT, from -23 to 23, as 5 or -1");
   return *zone;
 }
 
@@ -70,9 +84,8 @@ std::optional<Options> parseOptions(int argc, char** argv) {
   opterr = 0;
   while ((letter = getopt_long(argc, argv, "", optionTable.data(), nullptr)) != -1) {
     if (letter == helpOption || letter == versionOption) {
-      std::cout << (letter == helpOption ? usageLine()
-                                         : std::string(programName) + " " PROGRAM_VERSION)
-                << '\n';
+      std::cout << (letter == helpOption ? usageLine() + '\n' + std::string(examples)
+                                         : std::string(programName) + " " PROGRAM_VERSION "\n");
       return std::nullopt;
     }
     if (letter == '?') {

@@ -1,10 +1,12 @@
 #include "offline/programs.h"
 
-#include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
+#include <cstdio>
 #include <iostream>
 #include <system_error>
 
@@ -26,15 +28,23 @@ Programs findPrograms() {
 }
 
 int runProgram(std::vector<std::string> command) {
+  constexpr int cannotRun = 127;  // as the shell has it
   std::vector<char*> arguments;
   arguments.reserve(command.size() + 1);
   for (std::string& word : command) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   std::cout.flush();
 
-  pid_t child = 0;
-  const int error = posix_spawn(&child, arguments[0], nullptr, nullptr, arguments.data(), environ);
-  if (error != 0) throw std::system_error(error, std::generic_category(), command[0]);
+  const pid_t parent = getpid();
+  const pid_t child = fork();
+  if (child < 0) throw std::system_error(errno, std::generic_category(), command[0]);
+  if (child == 0) {
+    // Whatever ends this process ends the program with it.
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() == parent) execv(arguments[0], arguments.data());
+    std::perror(arguments[0]);
+    _exit(cannotRun);
+  }
   int status = 0;
   while (waitpid(child, &status, 0) < 0) {
     if (errno != EINTR) throw std::system_error(errno, std::generic_category(), command[0]);

@@ -22,6 +22,8 @@ ServerFolder::ServerFolder(const fs::path& folder)
     : root_(absoluteFolder(folder)),
       wasThere_(fs::exists(root_)),
       permissions_(fs::status(root_).permissions()) {
+  if (!wasThere_ && fs::is_symlink(fs::symlink_status(root_)))
+    throw Failed(root_.string() + " is a link that leads nowhere");
   if (wasThere_ && !fs::is_directory(root_))
     throw Failed(root_.string() + " is there and is no folder");
   if (wasThere_ && !fs::is_empty(root_))
@@ -51,7 +53,7 @@ void ServerFolder::undo() const {
   fs::permissions(root_, permissions_);
 }
 
-fs::path ServerFolder::report() const {
+std::optional<fs::path> ServerFolder::report() const {
   const fs::path folder = data() / "Quellbright";
   if (fs::is_directory(folder)) {
     for (const auto& entry : fs::directory_iterator(folder)) {
@@ -60,7 +62,7 @@ fs::path ServerFolder::report() const {
         return entry.path();
     }
   }
-  throw Failed("the diagnostics left no report in " + folder.string());
+  return std::nullopt;
 }
 
 }  // namespace offline

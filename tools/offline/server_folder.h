@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 
 namespace offline {
 
@@ -23,8 +24,8 @@ class ServerFolder {
   /// What the imports leave out, item by item.
   std::filesystem::path leftOut() const { return root_ / "left-out.txt"; }
 
-  /// The report of the run. Throws Failed if there is none.
-  std::filesystem::path report() const;
+  /// The report of the run; nothing if there is none.
+  std::optional<std::filesystem::path> report() const;
 
  private:
   std::filesystem::path root_;  // absolute
