@@ -5,7 +5,7 @@ namespace reader {
 EntryReader::EntryReader(const Report& report, EntryNumber number)
     : bytes_(report.bytes()),
       entry_(report.entries()[number]),
-      at_(number == 0 ? 0 : entry_.begin),
+      at_(number == 0 ? report.begin() : entry_.begin),
       line_(number == 0 ? 1 : entry_.line) {
   if (number + 1 < report.entries().size())
     bytes_ = bytes_.substr(0, report.entries()[number + 1].begin);

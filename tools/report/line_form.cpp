@@ -91,10 +91,30 @@ CompiledForm compiled(const LineForm& form) {
 std::size_t findDots(std::string_view text, std::size_t at) {
   while ((at = text.find("...", at)) != std::string_view::npos) {
     const std::size_t end = text.find_first_not_of('.', at);
-    if (text.substr(std::min(end, text.size())).starts_with(": ")) return at;
+    const std::string_view behind = text.substr(std::min(end, text.size()));
+    if (behind == ":" || behind.starts_with(": ")) return at;
     at = std::min(end, text.size());
   }
   return at;
+}
+
+// The size of the literal with which a text begins; blanks at the literal's end may lack where the
+// text ends, because programs on the way trim lines. npos if the text is another.
+std::size_t sizeOfLiteral(std::string_view text, std::string_view literal) {
+  if (text.starts_with(literal)) return literal.size();
+  const std::size_t least = literal.find_last_not_of(" \t") + 1;
+  return text.size() >= least && literal.starts_with(text) ? text.size() : std::string_view::npos;
+}
+
+// Where a literal stands in a text, or at its end without its last blanks.
+std::size_t findLiteral(std::string_view text, std::string_view literal, std::size_t at) {
+  const std::size_t found = text.find(literal, at);
+  if (found != std::string_view::npos) return found;
+  const std::size_t least = literal.find_last_not_of(" \t") + 1;
+  for (std::size_t size = literal.size(); size-- > least;) {
+    if (text.substr(at).ends_with(literal.substr(0, size))) return text.size() - size;
+  }
+  return found;
 }
 
 // Goes along a line and collects what the pattern has keys for.
@@ -114,11 +134,9 @@ class Matcher {
   bool take(const Piece& piece, bool beforeDots) {
     switch (piece.type) {
       case Piece::Type::literal:
-        if (!line_.substr(at_).starts_with(piece.text)) return false;
-        if (!piece.key.empty()) add(piece, line_.substr(at_, piece.text.size()));
-        at_ += piece.text.size();
-        return true;
+        return takeLiteral(piece);
       case Piece::Type::dots:
+        if (!line_.substr(at_).starts_with("...")) return false;
         at_ = std::min(line_.find_first_not_of('.', at_), line_.size());
         return true;
       case Piece::Type::flag:
@@ -129,8 +147,16 @@ class Matcher {
     }
   }
 
+  bool takeLiteral(const Piece& piece) {
+    const std::size_t size = sizeOfLiteral(line_.substr(at_), piece.text);
+    if (size == std::string_view::npos) return false;
+    if (!piece.key.empty()) add(piece, line_.substr(at_, size));
+    at_ += size;
+    return true;
+  }
+
   std::size_t endOf(const Piece& piece) const {
-    if (!piece.untilEnd) return line_.find(piece.until, at_);
+    if (!piece.untilEnd) return findLiteral(line_, piece.until, at_);
     return line_.substr(at_).ends_with(piece.until) ? line_.size() - piece.until.size()
                                                     : std::string_view::npos;
   }

@@ -70,6 +70,12 @@ constexpr LineForm result(std::string_view pattern, int rank, Place next = Place
   return {loading | importing, Place::result, 2, pattern, Target::result, next, Code::none, rank};
 }
 
+// The last line of the result, where lines before it are lost.
+constexpr LineForm lastResult(Place place) {
+  return {importing,      place,          2,         "Created...: {created:number}",
+          Target::result, Place::created, Code::none};
+}
+
 constexpr LineForm importMessage(std::string_view pattern) {
   return {loading | importing,    Place::importMessages, 3,           pattern,
           Target::importMessages, Place::importMessages, Code::import};
@@ -170,6 +176,7 @@ constexpr std::array table = {
     message("DirectoryEntryError: {:message}", Code::entry),
     message("Notehandle Error: {:message}", Code::entry),
     message("NsfNote error: {:message}", Code::entry),
+    entryTitle(Place::body),
     entryTitle(Place::messages),
     entryTitle(Place::entry),
     entry("Type............: {type}", 1),
@@ -182,11 +189,15 @@ constexpr std::array table = {
     entry("Ready for import: Yes{ready:yes}", 8),
     entry("Ready for import: No{ready:no}", 8),
     part(loading | importing, Place::messages, "IMPORT RESULT:{:number}", Place::result),
+    part(importing, Place::body, "IMPORT RESULT:{:number}", Place::result),
     part(importing, Place::entry, "IMPORT RESULT:{:number}", Place::result),
     result("Processed.: {processed:number}", 1),
     result("Failed....: {failed:number}", 2),
     result("Updated...: {updated:number}", 3),
     result("Created...: {created:number}", 4, Place::created),
+    lastResult(Place::body),
+    lastResult(Place::messages),
+    lastResult(Place::entry),
     part(loading | importing, Place::created, "MESSAGES:", Place::importMessages),
     importMessage("Filepath not set."),
     importMessage("OSPathNetConstruct failed: {:message}"),

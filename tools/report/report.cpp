@@ -6,57 +6,17 @@
 #include <optional>
 #include <utility>
 
+#include "report/entry_head.h"
+#include "report/foreign_text.h"
 #include "report/line_form.h"
+#include "report/text.h"
 
 namespace reader {
 namespace {
 
-// The head of an entry: its time, and its process and thread number.
-struct Head {
-  std::uint64_t time;
-  std::string_view process;
-  std::string_view thread;
-  std::size_t size;
-};
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-// As many digits as `text` has at `at`, without zeros before them; moves behind them.
-std::string_view takeNumber(std::string_view text, std::size_t& at) {
-  const std::size_t begin = at;
-  while (at < text.size() && isDigit(text[at])) ++at;
-  std::string_view digits = text.substr(begin, at - begin);
-  while (digits.size() > 1 && digits.front() == '0') digits.remove_prefix(1);
-  return digits;
-}
-
-// dd-mm-yyyy hh:mm:ss
-std::optional<std::uint64_t> parsedTime(std::string_view text) {
-  constexpr std::string_view form = "00-00-0000 00:00:00";
-  constexpr std::size_t order[] = {6, 7, 8, 9, 3, 4, 0, 1, 11, 12, 14, 15, 17, 18};
-  if (text.size() < form.size()) return std::nullopt;
-  for (std::size_t at = 0; at < form.size(); ++at) {
-    if (form[at] == '0' ? !isDigit(text[at]) : text[at] != form[at]) return std::nullopt;
-  }
-  std::uint64_t time = 0;
-  for (const std::size_t at : order) time = time * 10 + static_cast<std::uint64_t>(text[at] - '0');
-  return time;
-}
-
-std::optional<Head> parsedHead(std::string_view line) {
-  const auto time = parsedTime(line);
-  std::size_t at = std::string_view("dd-mm-yyyy hh:mm:ss").size();
-  const auto skip = [&](std::string_view literal) {
-    const bool isThere = line.substr(std::min(at, line.size())).starts_with(literal);
-    at += literal.size();
-    return isThere;
-  };
-  if (!time || !skip("\t(")) return std::nullopt;
-  Head head{*time, takeNumber(line, at), {}, 0};
-  if (head.process.empty() || !skip(":")) return std::nullopt;
-  head.thread = takeNumber(line, at);
-  if (head.thread.empty() || !skip(")\t")) return std::nullopt;
-  head.size = at;
-  return head;
-}
+constexpr std::string_view textOfTestFile = "This is a sample output from the diagnistic tool.";
 
 // A section whose entries are told by where they stand: from one first line to another.
 struct Span {
@@ -78,16 +38,24 @@ bool endsSpan(Section section, std::string_view text) {
 // Whether the lines behind a first line that is empty make it the configuration.
 bool isConfiguration(std::string_view bytes, std::size_t at) {
   Line line;
-  return takeLine(bytes, at, line) && line.text.empty() && takeLine(bytes, at, line) &&
-         line.text.empty() && takeLine(bytes, at, line) && !line.isCut &&
-         line.text == configurationTitle;
+  if (!takeLine(bytes, at, line) || !line.text.empty()) return false;
+  std::size_t blankLines = 0;
+  while (takeLine(bytes, at, line) && isBlank(line.text)) ++blankLines;
+  return blankLines > 0 && !line.isCut && line.text == configurationTitle;
 }
 
 }  // namespace
 
 Report::Report(std::string bytes) : bytes_(std::move(bytes)) {
+  if (isWide(bytes_)) {
+    bytes_ = wideAsUtf8(bytes_);
+  } else if (bytes_.starts_with(byteOrderMark)) {
+    begin_ = byteOrderMark.size();
+  }
   findEntries();
-  if (entries_.empty()) throw NoReport("it holds no entry of a report");
+  if (entries_.empty()) throw NoReport(whyNoEntry(bytes_));
+  if (entries_.size() > 1 && firstLine(entries_[1]) == textOfTestFile)
+    throw NoReport("it is the file of the access test: the report lies beside it");
   isOverwritten_ = firstLine(entries_.front()) != firstText;
   groupRuns(readingOrder());
   for (const Run& run : runs_) tellSections(run);
@@ -116,9 +84,9 @@ void Report::findEntries() {
   std::map<std::pair<std::string_view, std::string_view>, std::uint32_t> numbers;
   std::uint32_t lineNumber = 0;
   Line line;
-  for (std::size_t at = 0; takeLine(bytes_, at, line) && !line.isCut;) {
+  for (std::size_t at = begin_; takeLine(bytes_, at, line) && !line.isCut;) {
     ++lineNumber;
-    const std::optional<Head> head = parsedHead(line.text);
+    const std::optional<EntryHead> head = entryHeadOf(line.text);
     if (!head) continue;
     const auto begin = static_cast<std::size_t>(line.text.data() - bytes_.data());
     const bool isSame = !runs_.empty() && !entries_.empty() &&

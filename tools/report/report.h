@@ -16,7 +16,7 @@
 
 namespace reader {
 
-/// A file that holds no entry.
+/// A file that is none, in words for the user.
 class NoReport : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -42,13 +42,15 @@ struct Run {
 
 class Report {
  public:
-  /// Raises NoReport.
+  /// Raises NoReport. Wide text becomes UTF-8.
   explicit Report(std::string bytes);
   Report(const Report&) = delete;
   Report& operator=(const Report&) = delete;
   ~Report() = default;
 
   const std::string& bytes() const { return bytes_; }
+  /// Where its first line begins, behind a byte order mark.
+  std::size_t begin() const { return begin_; }
   /// In the order of the file.
   const std::vector<Entry>& entries() const { return entries_; }
   const std::vector<Run>& runs() const { return runs_; }
@@ -74,6 +76,7 @@ class Report {
   std::vector<EntryNumber> readingOrder() const;
 
   std::string bytes_;
+  std::size_t begin_ = 0;
   std::vector<Entry> entries_;
   std::vector<EntryNumber> order_;
   std::vector<Run> runs_;

@@ -2,12 +2,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <nlohmann/json.hpp>
 #include <regex>
 #include <sstream>
 #include <utility>
 
+#include "platform/code_pages.h"
 #include "report/check.h"
 #include "report/findings.h"
 #include "report/json.h"
@@ -71,6 +73,47 @@ TEST(Reports, ShowEachFailureOnceAndNothingElse) {
 TEST(Reports, OfWorldsShowTheFailuresOfTheirWorlds) {
   for (const auto& [where, fields] : test::rowsOf("tools/report/worlds.txt", 2))
     EXPECT_EQ(findingsOf(Report(worldReport(fields[0]))), fields[1]) << where;
+}
+
+std::string codesOf(const Report& report) { return replaced(findingsOf(report), ":[0-9]+", ""); }
+
+std::string asUtf16(const std::string& utf8, bool isBigEndian) {
+  std::u16string units(utf8.size(), u'\0');
+  units.resize(platform::narrowToWide(65001, true, utf8, units).length);
+  std::string bytes = isBigEndian ? "\xFE\xFF" : "\xFF\xFE";
+  for (const char16_t unit : units) {
+    const std::array halves = {static_cast<char>(unit & 0xFFU), static_cast<char>(unit >> 8U)};
+    bytes.append({halves.at(isBigEndian ? 1 : 0), halves.at(isBigEndian ? 0 : 1)});
+  }
+  return bytes;
+}
+
+// What programs on the way do to a report: they trim lines, make two line ends of CR CR LF, put a
+// mark in front, or write it in wide text.
+TEST(Reports, AreReadAsTheyComeByMail) {
+  for (const auto& [where, fields] : test::rowsOf("tools/report/worlds.txt", 2)) {
+    const std::string text = worldReport(fields[0]);
+    const Report report(text);
+    EXPECT_EQ(codesOf(Report(replaced(text, "[ \t\r]+\n", "\n"))), codesOf(report)) << where;
+    EXPECT_EQ(codesOf(Report(replaced(text, "\r\n", "\n\n"))), codesOf(report)) << where;
+    const Report marked("\xEF\xBB\xBF" + text);
+    EXPECT_EQ(findingsOf(marked), fields[1]) << where;
+    EXPECT_EQ(maskedOf(marked), "\xEF\xBB\xBF" + maskedOf(report)) << where;
+    for (const bool isBigEndian : {false, true})
+      EXPECT_EQ(jsonOf(Report(asUtf16(reader::toUtf8(text), isBigEndian))), jsonOf(report));
+  }
+}
+
+TEST(Reports, AreRefusedInWordsThatSayWhatTheyAre) {
+  for (const auto& [where, fields] : test::rowsOf("tools/report/refused.txt", 2)) {
+    std::string words = "taken";
+    try {
+      const Report report(test::reportOf(fields[0]));
+    } catch (const reader::NoReport& error) {
+      words = error.what();
+    }
+    EXPECT_TRUE(words.starts_with(fields[1])) << where << words;
+  }
 }
 
 TEST(Reports, AreMaskedInTheirPlacesAndKeepTheirFindings) {
