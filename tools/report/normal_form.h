@@ -18,7 +18,8 @@ struct NormalSection {
 
 /// The lines of a report as UTF-8, without time stamps, process and thread numbers, zero bytes, a
 /// cut last line and the three events that the tool writes itself, and with zeros for the time in
-/// the name of its test file. They lean on the report, which outlives them.
+/// the name of its test file. The batches of an import are one: what they repeat, once, then their
+/// entries, results and messages. They lean on the report, which outlives them.
 class NormalForm {
  public:
   explicit NormalForm(const Report& report);
@@ -27,8 +28,11 @@ class NormalForm {
   const std::vector<std::vector<NormalSection>>& runs() const { return runs_; }
 
  private:
+  class ImportParts;
+
   void addEntry(const Report& report, EntryNumber number);
-  void addLine(Section section, std::string_view line);
+  void addImport(const Report& report, const Run& run);
+  std::string_view normalLine(Section section, std::string_view line);
 
   std::vector<std::string_view> lines_;
   std::deque<std::string> changed_;
