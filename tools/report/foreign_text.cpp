@@ -12,8 +12,6 @@ namespace {
 constexpr std::string_view littleEndianMark = "\xFF\xFE";
 constexpr std::string_view bigEndianMark = "\xFE\xFF";
 
-constexpr const char* askForTheFile = ": ask for the file itself, as an attachment";
-
 // A line that mail quotes, or that was moved in.
 std::string_view withoutQuote(std::string_view line) {
   return line.substr(std::min(line.find_first_not_of("> \t"), line.size()));
@@ -28,6 +26,21 @@ std::string withTabs(std::string_view line) {
     if (!isTab || !text.ends_with('\t')) text += isTab ? '\t' : line[at];
   }
   return text;
+}
+
+// What became of the heads of a report on its way; nothing if there are none.
+std::string_view changeOf(std::string_view bytes) {
+  const std::size_t end = bytes.find('\r');
+  if (bytes.find('\n') == std::string_view::npos && end != std::string_view::npos &&
+      entryHeadOf(bytes.substr(0, end)))
+    return "its lines end with CR alone";
+  Line line;
+  for (std::size_t at = 0; takeLine(bytes, at, line) && !line.isCut;) {
+    const std::string_view text = withoutQuote(line.text);
+    if (entryHeadOf(text)) return "its lines are quoted or moved in";
+    if (entryHeadOf(withTabs(text))) return "its tabs have become blanks";
+  }
+  return {};
 }
 
 }  // namespace
@@ -48,17 +61,10 @@ std::string wideAsUtf8(std::string_view bytes) {
 }
 
 std::string whyNoEntry(std::string_view bytes) {
-  if (bytes.find('\n') == std::string_view::npos && bytes.find('\r') != std::string_view::npos &&
-      entryHeadOf(bytes.substr(0, bytes.find('\r'))))
-    return std::string("its lines end with CR alone") + askForTheFile;
-  Line line;
-  for (std::size_t at = 0; takeLine(bytes, at, line) && !line.isCut;) {
-    const std::string_view text = withoutQuote(line.text);
-    if (entryHeadOf(text)) return std::string("its lines are quoted or moved in") + askForTheFile;
-    if (entryHeadOf(withTabs(text)))
-      return std::string("its tabs have become blanks") + askForTheFile;
-  }
-  return "it holds no entry of a report";
+  const std::string_view change = changeOf(bytes);
+  if (change.empty()) return "it holds no entry of a report";
+  std::string words(change);
+  return words.append(": ask for the file itself, as an attachment");
 }
 
 }  // namespace reader
