@@ -2,6 +2,7 @@
 
 #include "report/findings.h"
 #include "report/text.h"
+#include "report/verdict.h"
 
 namespace reader {
 
@@ -10,7 +11,7 @@ bool writeFindings(const Report& report, std::ostream& out) {
   forEachFinding(report, [&](const Finding& finding) {
     out << nameOf(finding.code) << '\t' << nameOf(finding.section) << '\t' << finding.line << '\t';
     writeShown(out, finding.text);
-    out << '\t' << sentenceOf(finding.code) << '\n';
+    out << '\t' << verdictOn(finding).sentence << '\n';
     hasFindings = true;
   });
   return hasFindings;

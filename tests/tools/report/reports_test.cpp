@@ -15,6 +15,7 @@
 #include "report/pseudonym_map.h"
 #include "report/text.h"
 #include "report/unified_diff.h"
+#include "report/verdict.h"
 #include "report_text.h"
 #include "support/folders.h"
 #include "support/rows.h"
@@ -71,6 +72,25 @@ TEST(Reports, ShowEachFailureOnceAndNothingElse) {
 TEST(Reports, OfWorldsShowTheFailuresOfTheirWorlds) {
   for (const auto& [where, fields] : test::rowsOf("tools/report/worlds.txt", 2))
     EXPECT_EQ(findingsOf(Report(worldReport(fields[0]))), fields[1]) << where;
+}
+
+TEST(Verdicts, AreOnTheLineAndNotOnItsCodeAlone) {
+  const auto rows = test::rowsOf("tools/report/verdicts.txt", 3);
+  for (const auto& [where, fields] : rows) {
+    const auto code = reader::codeNamed(fields[0]);
+    ASSERT_TRUE(code) << where;
+    const auto verdict = reader::verdictOn({*code, reader::Section::unknown, 1, fields[1]});
+    const std::string words = std::string(verdict.sentence) + ' ' + std::string(verdict.advice);
+    EXPECT_NE(words.find(fields[2]), std::string::npos) << where << words;
+  }
+  for (const reader::LineWords& line : reader::lineWords()) {
+    EXPECT_TRUE(std::ranges::any_of(rows,
+                                    [&](const test::TextRow& row) {
+                                      return row.fields[1].find(line.begin) != std::string::npos &&
+                                             row.fields[1].ends_with(line.end);
+                                    }))
+        << "no row for: " << line.begin << line.end;
+  }
 }
 
 TEST(Reports, AreMaskedInTheirPlacesAndKeepTheirFindings) {
