@@ -40,13 +40,20 @@ constexpr std::array words = {
         .advice = "Add the name to this variable of notes.ini, in just these letters and with a "
                   "comma between it and other names, and restart the server.",
         .look = "SYSTEM ENVIRONMENT shows what the variable holds. Only commas part names there; a "
-                "name in other capitals is another name for the tool."},
+                "name in other capitals is another name for the tool.",
+        .exportSentence =
+            "The report was made without the notes.ini of the server: this line tells "
+            "nothing of the server.",
+        .exportAdvice = "Make the report again with the notes.ini of the server."},
     CodeWords{
         .name = "file-missing",
         .severity = Severity::error,
         .sentence = "A file of the add-on is not there: what needs it does not work.",
         .advice = "Install the add-on again, in the version that this server has.",
-        .look = "The line has the whole path. SERVERPROFILE shows the versions of the add-on."},
+        .look = "The line has the whole path. SERVERPROFILE shows the versions of the add-on.",
+        .exportSentence = "An export holds none of the server's files: this line tells nothing of "
+                          "the server.",
+        .exportAdvice = "Nothing. Only the server itself can tell whether the file is there."},
     CodeWords{.name = "customer",
               .severity = Severity::warning,
               .sentence =
@@ -291,6 +298,8 @@ constexpr LineWords ownWords[] = {
     {Code::noEnd, "IMPORTING:", "", "", endsInImport},
 };
 
+constexpr std::array<std::string_view, 3> severityNames = {"note", "warning", "error"};
+
 }  // namespace
 
 const CodeWords& wordsOf(Code code) { return words.at(static_cast<std::size_t>(code)); }
@@ -306,8 +315,13 @@ std::optional<Code> codeNamed(std::string_view name) {
 }
 
 std::string_view nameOf(Severity severity) {
-  constexpr std::array names = {"note", "warning", "error"};
-  return names.at(static_cast<std::size_t>(severity));
+  return severityNames.at(static_cast<std::size_t>(severity));
+}
+
+std::optional<Severity> severityNamed(std::string_view name) {
+  const auto found = std::ranges::find(severityNames, name);
+  if (found == severityNames.end()) return std::nullopt;
+  return static_cast<Severity>(found - severityNames.begin());
 }
 
 }  // namespace reader

@@ -46,7 +46,10 @@ struct CodeWords {
   std::string_view sentence{};  ///< What it means.
   std::string_view advice{};    ///< What to do.
   std::string_view look{};      ///< What else in the report tells more.
-  std::string_view lines{};     ///< Which lines give it, where their forms alone do not tell.
+  /// The same for a finding that needs the server, in a report from an export; it is a note there.
+  std::string_view exportSentence{};
+  std::string_view exportAdvice{};
+  std::string_view lines{};  ///< Which lines give it, where their forms alone do not tell.
 };
 
 /// Lines of a code that have words of their own: those with this beginning and this end. Where the
@@ -67,5 +70,6 @@ std::span<const LineWords> lineWords();
 std::string_view nameOf(Code code);
 std::optional<Code> codeNamed(std::string_view name);
 std::string_view nameOf(Severity severity);
+std::optional<Severity> severityNamed(std::string_view name);
 
 }  // namespace reader

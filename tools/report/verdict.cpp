@@ -6,8 +6,10 @@
 
 namespace reader {
 
-Verdict verdictOn(const Finding& finding) {
+Verdict verdictOn(const Finding& finding, Origin origin) {
   const CodeWords& words = wordsOf(finding.code);
+  if (origin == Origin::exports && finding.needsServer)
+    return {Severity::note, words.exportSentence, words.exportAdvice};
   const std::string_view text = withoutTabs(finding.text);
   const auto own = std::ranges::find_if(lineWords(), [&](const LineWords& line) {
     return line.code == finding.code && text.starts_with(line.begin) && text.ends_with(line.end);

@@ -1,11 +1,15 @@
 // What a finding means, and what to do about it.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "report/findings.h"
 
 namespace reader {
+
+/// Where a report was made.
+enum class Origin : std::uint8_t { server, exports };
 
 struct Verdict {
   Severity severity;
@@ -13,6 +17,6 @@ struct Verdict {
   std::string_view advice;
 };
 
-Verdict verdictOn(const Finding& finding);
+Verdict verdictOn(const Finding& finding, Origin origin);
 
 }  // namespace reader

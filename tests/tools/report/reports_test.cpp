@@ -44,9 +44,9 @@ std::string maskedOf(const Report& report, const reader::PseudonymMap& map = {})
   return out.str();
 }
 
-nlohmann::json jsonOf(const Report& report) {
+nlohmann::json jsonOf(const Report& report, reader::Origin origin = reader::Origin::server) {
   std::ostringstream out;
-  reader::writeJson(report, out);
+  reader::writeJson(report, out, origin);
   return nlohmann::json::parse(out.str());
 }
 
@@ -79,7 +79,8 @@ TEST(Verdicts, AreOnTheLineAndNotOnItsCodeAlone) {
   for (const auto& [where, fields] : rows) {
     const auto code = reader::codeNamed(fields[0]);
     ASSERT_TRUE(code) << where;
-    const auto verdict = reader::verdictOn({*code, reader::Section::unknown, 1, fields[1]});
+    const auto verdict =
+        reader::verdictOn({*code, reader::Section::unknown, 1, fields[1]}, reader::Origin::server);
     const std::string words = std::string(verdict.sentence) + ' ' + std::string(verdict.advice);
     EXPECT_NE(words.find(fields[2]), std::string::npos) << where << words;
   }
@@ -90,6 +91,18 @@ TEST(Verdicts, AreOnTheLineAndNotOnItsCodeAlone) {
                                              row.fields[1].ends_with(line.end);
                                     }))
         << "no row for: " << line.begin << line.end;
+  }
+}
+
+TEST(Verdicts, DoNotTakeAnExportForTheServer) {
+  for (const auto& [where, fields] : test::rowsOf("tools/report/offline.txt", 2)) {
+    const auto json = jsonOf(Report(test::reportOf(fields[0])), reader::Origin::exports);
+    std::string found;
+    for (const auto& finding : json["findings"]) {
+      found.append(found.empty() ? "" : " ").append(finding["severity"].get<std::string>());
+      found += ':' + finding["line"].dump() + ':' + finding["text"].get<std::string>();
+    }
+    EXPECT_EQ(found, fields[1]) << where;
   }
 }
 
