@@ -1,19 +1,23 @@
 #include "report/check.h"
 
+#include <algorithm>
+
 #include "report/findings.h"
 #include "report/text.h"
 
 namespace reader {
 
-bool writeFindings(const Report& report, std::ostream& out) {
-  bool hasFindings = false;
+std::optional<Severity> writeFindings(const Report& report, Origin origin, std::ostream& out) {
+  std::optional<Severity> gravest;
   forEachFinding(report, [&](const Finding& finding) {
+    const Verdict verdict = verdictOn(finding, origin);
     out << nameOf(finding.code) << '\t' << nameOf(finding.section) << '\t' << finding.line << '\t';
     writeShown(out, finding.text);
-    out << '\t' << sentenceOf(finding.code) << '\n';
-    hasFindings = true;
+    out << '\t' << verdict.sentence << '\t' << nameOf(verdict.severity) << '\t' << verdict.advice
+        << '\n';
+    gravest = std::max(gravest, std::optional(verdict.severity));
   });
-  return hasFindings;
+  return gravest;
 }
 
 }  // namespace reader

@@ -54,14 +54,15 @@ PseudonymMap readMap(const std::string& name) {
   }
 }
 
-int check(const std::string& name) {
+int check(const std::string& name, Origin origin, Severity failOn) {
   const auto report = readReport(name);
-  return writeFindings(*report, std::cout) ? found : succeeded;
+  const std::optional<Severity> gravest = writeFindings(*report, origin, std::cout);
+  return gravest >= failOn ? found : succeeded;
 }
 
-int json(const std::string& name) {
+int json(const std::string& name, Origin origin) {
   const auto report = readReport(name);
-  writeJson(*report, std::cout);
+  writeJson(*report, std::cout, origin);
   return succeeded;
 }
 
@@ -85,6 +86,11 @@ int mask(const std::string& name, const std::optional<std::string>& mapName) {
   return succeeded;
 }
 
+Severity severityOf(const std::string& name) {
+  if (const auto severity = severityNamed(name)) return *severity;
+  throw CLI::ValidationError("--fail-on", name + " is none of error, warning, note");
+}
+
 // The words of the command line, and the command that they ask for.
 class Commands {
  public:
@@ -105,8 +111,9 @@ class Commands {
   int run(std::vector<std::string> arguments) {
     std::ranges::reverse(arguments);
     app_.parse(std::move(arguments));
-    if (command_ == "check") return check(first_);
-    if (command_ == "json") return json(first_);
+    const Origin origin = isOffline_ ? Origin::exports : Origin::server;
+    if (command_ == "check") return check(first_, origin, failOn_);
+    if (command_ == "json") return json(first_, origin);
     if (command_ == "diff") return diff(first_, second_);
     return mask(first_, map_);
   }
@@ -125,13 +132,34 @@ class Commands {
   void addCheck() {
     CLI::App* const command = add("check", "Shows what a report tells of failures, one a line");
     command->add_option("REPORT", first_, "The report")->required();
+    addOffline(command);
+    command
+        ->add_option_function<std::string>(
+            "--fail-on", [this](const std::string& name) { failOn_ = severityOf(name); },
+            "From which severity on findings make the exit status 1: error, warning, or note, the "
+            "default")
+        ->type_name("SEVERITY");
     command->footer(
-        "A line has a code, the section, the number of the line, the line, and what it means, with "
-        "tabs between them.\nExit status: 0 without findings, 1 with findings.");
+        "A line has a code, the section, the number of the line, the line, what it means, its "
+        "severity (error,\nwarning or note), and what to do, with tabs between them.\n"
+        "Exit status: 0 without findings, 1 with findings.\n"
+        "Example: qbreport check --fail-on error Quellbright-DIAGNOSTIC-20261115050311.log");
   }
 
   void addJson() {
-    add("json", "Writes a report as JSON")->add_option("REPORT", first_, "The report")->required();
+    CLI::App* const command = add("json", "Writes a report and its findings as JSON");
+    command->add_option("REPORT", first_, "The report")->required();
+    addOffline(command);
+    command->footer(
+        "The form is that of report.schema.json, which lies beside the program or in "
+        "/usr/share/qbdiagnostics.\n"
+        "Example: qbreport json Quellbright-DIAGNOSTIC-20261115050311.log > report.json");
+  }
+
+  void addOffline(CLI::App* command) {
+    command->add_flag("--offline", isOffline_,
+                      "The report was made from an export: what only the server itself can tell is "
+                      "a note");
   }
 
   void addDiff() {
@@ -163,6 +191,8 @@ class Commands {
   std::string first_;
   std::string second_;
   std::optional<std::string> map_;
+  bool isOffline_ = false;
+  Severity failOn_ = Severity::note;
 };
 
 int fail(const std::string& reason) {

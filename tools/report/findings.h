@@ -15,6 +15,8 @@ struct Finding {
   Section section;
   std::uint32_t line;     ///< Its number in the file, from 1.
   std::string_view text;  ///< Of an entry's first line what stands behind the head.
+  /// In a report that was made from an export it tells nothing of the server.
+  bool needsServer = false;
 };
 
 /// Hands out the findings of a report: that of the file, then run by run in the order of the lines.

@@ -254,9 +254,23 @@ void writeRun(const Report& report, const Run& run, std::ostream& out) {
   out << "]}";
 }
 
+void writeFindings(const Report& report, Origin origin, std::ostream& out) {
+  const char* separator = "";
+  forEachFinding(report, [&](const Finding& finding) {
+    const Verdict verdict = verdictOn(finding, origin);
+    out << separator << R"({"code":)" << Json(reader::nameOf(finding.code)) << R"(,"severity":)"
+        << Json(reader::nameOf(verdict.severity)) << R"(,"section":)"
+        << Json(reader::nameOf(finding.section)) << R"(,"line":)" << finding.line << R"(,"text":)";
+    writeText(out, withoutTabs(finding.text));
+    out << R"(,"sentence":)" << Json(verdict.sentence) << R"(,"advice":)" << Json(verdict.advice)
+        << '}';
+    separator = ",";
+  });
+}
+
 }  // namespace
 
-void writeJson(const Report& report, std::ostream& out) {
+void writeJson(const Report& report, std::ostream& out, Origin origin) {
   out << R"({"format":1,"runs":[)";
   const char* separator = "";
   for (const Run& run : report.runs()) {
@@ -264,6 +278,8 @@ void writeJson(const Report& report, std::ostream& out) {
     writeRun(report, run, out);
     separator = ",";
   }
+  out << R"(],"findings":[)";
+  writeFindings(report, origin, out);
   out << "]}\n";
 }
 

@@ -4,11 +4,12 @@
 #include <ostream>
 
 #include "report/report.h"
+#include "report/verdict.h"
 
 namespace reader {
 
-/// Writes the report as one line of JSON. What it holds goes out as it is read, so that the memory
-/// it takes does not grow with the report.
-void writeJson(const Report& report, std::ostream& out);
+/// Writes the report and its findings as one line of JSON. What it holds goes out as it is read, so
+/// that the memory it takes does not grow with the report.
+void writeJson(const Report& report, std::ostream& out, Origin origin = Origin::server);
 
 }  // namespace reader

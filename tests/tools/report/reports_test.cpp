@@ -17,6 +17,7 @@
 #include "report/pseudonym_map.h"
 #include "report/text.h"
 #include "report/unified_diff.h"
+#include "report/verdict.h"
 #include "report_text.h"
 #include "support/folders.h"
 #include "support/rows.h"
@@ -45,9 +46,9 @@ std::string maskedOf(const Report& report, const reader::PseudonymMap& map = {})
   return out.str();
 }
 
-nlohmann::json jsonOf(const Report& report) {
+nlohmann::json jsonOf(const Report& report, reader::Origin origin = reader::Origin::server) {
   std::ostringstream out;
-  reader::writeJson(report, out);
+  reader::writeJson(report, out, origin);
   return nlohmann::json::parse(out.str());
 }
 
@@ -113,6 +114,38 @@ TEST(Reports, AreRefusedInWordsThatSayWhatTheyAre) {
       words = error.what();
     }
     EXPECT_TRUE(words.starts_with(fields[1])) << where << words;
+  }
+}
+
+TEST(Verdicts, AreOnTheLineAndNotOnItsCodeAlone) {
+  const auto rows = test::rowsOf("tools/report/verdicts.txt", 3);
+  for (const auto& [where, fields] : rows) {
+    const auto code = reader::codeNamed(fields[0]);
+    ASSERT_TRUE(code) << where;
+    const auto verdict =
+        reader::verdictOn({*code, reader::Section::unknown, 1, fields[1]}, reader::Origin::server);
+    const std::string words = std::string(verdict.sentence) + ' ' + std::string(verdict.advice);
+    EXPECT_NE(words.find(fields[2]), std::string::npos) << where << words;
+  }
+  for (const reader::LineWords& line : reader::lineWords()) {
+    EXPECT_TRUE(std::ranges::any_of(rows,
+                                    [&](const test::TextRow& row) {
+                                      return row.fields[1].find(line.begin) != std::string::npos &&
+                                             row.fields[1].ends_with(line.end);
+                                    }))
+        << "no row for: " << line.begin << line.end;
+  }
+}
+
+TEST(Verdicts, DoNotTakeAnExportForTheServer) {
+  for (const auto& [where, fields] : test::rowsOf("tools/report/offline.txt", 2)) {
+    const auto json = jsonOf(Report(test::reportOf(fields[0])), reader::Origin::exports);
+    std::string found;
+    for (const auto& finding : json["findings"]) {
+      found.append(found.empty() ? "" : " ").append(finding["severity"].get<std::string>());
+      found += ':' + finding["line"].dump() + ':' + finding["text"].get<std::string>();
+    }
+    EXPECT_EQ(found, fields[1]) << where;
   }
 }
 

@@ -16,7 +16,7 @@ validator = jsonschema.Draft202012Validator(schema)
 
 
 def check(report, name):
-    run = subprocess.run([program, "json", "-"], input=report, stdout=subprocess.PIPE, check=True)
+    run = subprocess.run([program, "json", "--offline", "-"], input=report, stdout=subprocess.PIPE, check=True)
     for error in validator.iter_errors(json.loads(run.stdout)):
         sys.exit(f"{name}: {error.json_path}: {error.message}")
 
