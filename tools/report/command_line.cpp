@@ -10,6 +10,7 @@
 
 #include "platform/byte_files.h"
 #include "report/check.h"
+#include "report/explanation.h"
 #include "report/json.h"
 #include "report/mask.h"
 #include "report/pseudonym_map.h"
@@ -66,6 +67,23 @@ int json(const std::string& name, Origin origin) {
   return succeeded;
 }
 
+int explain(const std::string& name) {
+  constexpr std::size_t width = 100;
+  if (name.empty()) {
+    writeExplanations(width, std::cout);
+    return succeeded;
+  }
+  const std::optional<Code> code = codeNamed(name);
+  if (!code) {
+    std::string names;
+    for (const Code known : allCodes())
+      names.append(names.empty() ? "" : ", ").append(nameOf(known));
+    throw Failure("there is no code " + name + "; the codes are " + names);
+  }
+  writeExplanation(*code, width, std::cout);
+  return succeeded;
+}
+
 int diff(const std::string& nameBefore, const std::string& nameAfter) {
   const auto before = readReport(nameBefore);
   const auto after = readReport(nameAfter);
@@ -105,6 +123,7 @@ class Commands {
     addJson();
     addDiff();
     addMask();
+    addExplain();
   }
 
   /// Raises CLI::ParseError.
@@ -114,11 +133,12 @@ class Commands {
     const Origin origin = isOffline_ ? Origin::exports : Origin::server;
     if (command_ == "check") return check(first_, origin, failOn_);
     if (command_ == "json") return json(first_, origin);
+    if (command_ == "explain") return explain(first_);
     if (command_ == "diff") return diff(first_, second_);
     return mask(first_, map_);
   }
 
-  int explain(const CLI::ParseError& error) {
+  int tell(const CLI::ParseError& error) {
     return app_.exit(error, std::cout, std::cerr) == 0 ? succeeded : failed;
   }
 
@@ -167,7 +187,9 @@ class Commands {
         add("diff", "Shows how two reports differ, but for what every run changes");
     command->add_option("OLD", first_, "The earlier report")->required();
     command->add_option("NEW", second_, "The later report")->required();
-    command->footer("Exit status: 0 if they are the same, 1 if they differ.");
+    command->footer(
+        "Exit status: 0 if they are the same, 1 if they differ.\n"
+        "Example: qbreport diff before.log after.log");
   }
 
   void addMask() {
@@ -183,7 +205,15 @@ class Commands {
         "In the texts of failures and messages, values are replaced that the report tells "
         "elsewhere "
         "too. What else\nthe words of the Notes library may tell stays: read the result before you "
-        "hand it on.");
+        "hand it on.\n"
+        "Example: qbreport mask --map names.map Quellbright-DIAGNOSTIC-20261115050311.log > "
+        "masked.log");
+  }
+
+  void addExplain() {
+    CLI::App* const command = add("explain", "Tells what findings mean, and what to do");
+    command->add_option("CODE", first_, "The code of a finding; all of them where it is not given");
+    command->footer("Example: qbreport explain not-wired");
   }
 
   CLI::App app_{"Reads the reports of the Quellbright Domino Module diagnostics.", "qbreport"};
@@ -205,7 +235,7 @@ int runUnflushed(const std::vector<std::string>& arguments) {
   try {
     return commands.run(arguments);
   } catch (const CLI::ParseError& error) {
-    return commands.explain(error);
+    return commands.tell(error);
   } catch (const Failure& failure) {
     return fail(failure.what());
   } catch (const std::bad_alloc&) {

@@ -62,8 +62,8 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
   EXPECT_NE(run("check text").output.find(" " + longText + "\t"), std::string::npos);
   if (fs::path::preferred_separator == '/') {
     EXPECT_EQ(fs::status("map").permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    for (const std::string words :
-         {"check failing", "json report", "diff report failing", "mask report", "--help"}) {
+    for (const std::string words : {"check failing", "json report", "diff report failing",
+                                    "mask report", "explain", "--help"}) {
       for (const std::string stream : {" >/dev/full", " >&-", " <&- >&-"}) {
         EXPECT_EQ(runByShell(words + stream), "2 qbreport: standard output cannot be written\n")
             << words << stream;
