@@ -2,19 +2,25 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <new>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 
 #include "platform/byte_files.h"
+#include "platform/console.h"
+#include "platform/terminal.h"
 #include "report/check.h"
 #include "report/explanation.h"
+#include "report/findings_text.h"
 #include "report/json.h"
 #include "report/mask.h"
 #include "report/pseudonym_map.h"
 #include "report/report.h"
+#include "report/text.h"
 #include "report/unified_diff.h"
 
 namespace reader {
@@ -55,10 +61,32 @@ PseudonymMap readMap(const std::string& name) {
   }
 }
 
-int check(const std::string& name, Origin origin, Severity failOn) {
+bool isSet(const char* variable) {
+  const char* const value = std::getenv(variable);
+  return value != nullptr && *value != '\0';
+}
+
+// A Windows console takes characters, not bytes.
+std::optional<Severity> showFindings(const Report& report, Origin origin, std::size_t width) {
+  const bool isColoured = !isSet("NO_COLOR") && platform::enableTerminalColours();
+  std::stringstream text;
+  const auto gravest = writeFindingsText(report, origin, {width, isColoured}, text);
+  for (std::string line; std::getline(text, line);) platform::printWideLine(toWide(line));
+  return gravest;
+}
+
+struct CheckOptions {
+  Origin origin;
+  bool isPlain;
+  Severity failOn;
+};
+
+int check(const std::string& name, const CheckOptions& options) {
   const auto report = readReport(name);
-  const std::optional<Severity> gravest = writeFindings(*report, origin, std::cout);
-  return gravest >= failOn ? found : succeeded;
+  const auto width = options.isPlain ? std::nullopt : platform::terminalWidth();
+  const auto gravest = width ? showFindings(*report, options.origin, *width)
+                             : writeFindings(*report, options.origin, std::cout);
+  return gravest >= options.failOn ? found : succeeded;
 }
 
 int json(const std::string& name, Origin origin) {
@@ -68,7 +96,8 @@ int json(const std::string& name, Origin origin) {
 }
 
 int explain(const std::string& name) {
-  constexpr std::size_t width = 100;
+  constexpr std::size_t usualWidth = 100;
+  const std::size_t width = platform::terminalWidth().value_or(usualWidth);
   if (name.empty()) {
     writeExplanations(width, std::cout);
     return succeeded;
@@ -131,7 +160,7 @@ class Commands {
     std::ranges::reverse(arguments);
     app_.parse(std::move(arguments));
     const Origin origin = isOffline_ ? Origin::exports : Origin::server;
-    if (command_ == "check") return check(first_, origin, failOn_);
+    if (command_ == "check") return check(first_, {origin, isPlain_, failOn_});
     if (command_ == "json") return json(first_, origin);
     if (command_ == "explain") return explain(first_);
     if (command_ == "diff") return diff(first_, second_);
@@ -150,7 +179,7 @@ class Commands {
   }
 
   void addCheck() {
-    CLI::App* const command = add("check", "Shows what a report tells of failures, one a line");
+    CLI::App* const command = add("check", "Shows what a report tells of failures");
     command->add_option("REPORT", first_, "The report")->required();
     addOffline(command);
     command
@@ -159,9 +188,12 @@ class Commands {
             "From which severity on findings make the exit status 1: error, warning, or note, the "
             "default")
         ->type_name("SEVERITY");
+    command->add_flag("--plain", isPlain_, "One finding a line, on a terminal too");
     command->footer(
-        "A line has a code, the section, the number of the line, the line, what it means, its "
-        "severity (error,\nwarning or note), and what to do, with tabs between them.\n"
+        "On a terminal findings show as text. Elsewhere, and with --plain, each is a line with a "
+        "code, the\nsection, the number of the line, the line, what it means, its severity (error, "
+        "warning or note), and\nwhat to do, with tabs between them. qbreport explain CODE tells "
+        "more.\n"
         "Exit status: 0 without findings, 1 with findings.\n"
         "Example: qbreport check --fail-on error Quellbright-DIAGNOSTIC-20261115050311.log");
   }
@@ -222,6 +254,7 @@ class Commands {
   std::string second_;
   std::optional<std::string> map_;
   bool isOffline_ = false;
+  bool isPlain_ = false;
   Severity failOn_ = Severity::note;
 };
 
