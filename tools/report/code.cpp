@@ -202,8 +202,8 @@ constexpr std::array words = {
     CodeWords{
         .name = "overwritten",
         .severity = Severity::note,
-        .sentence = "The report does not begin where its run began: it reached its size limit "
-                    "and started over, and its beginning is lost.",
+        .sentence = "The report does not begin where its run began: most likely it reached its "
+                    "size limit and started over, so that its beginning is lost.",
         .advice = "Read what is left. If you need all of it, run the tool again with the word "
                   "stdout behind the path, and keep what it writes to the console.",
         .look = "What is left is read in the order in which it was written. Sections that are "
