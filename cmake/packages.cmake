@@ -9,6 +9,7 @@ function(add_windows_pages)
   file(READ ${page} page_for_administrators)
   string(REPLACE "\n" "\r\n" page_for_administrators "${page_for_administrators}")
   configure_file(${packaging}/README.txt.in README.txt @ONLY NEWLINE_STYLE DOS)
+  configure_file(${PROJECT_SOURCE_DIR}/docs/findings.md FINDINGS.txt @ONLY NEWLINE_STYLE DOS)
   configure_file(${PROJECT_SOURCE_DIR}/THIRD-PARTY-NOTICES THIRD-PARTY-NOTICES.txt @ONLY NEWLINE_STYLE DOS)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${page})
 
@@ -20,7 +21,7 @@ function(add_windows_pages)
   add_custom_target(sample_report DEPENDS ${report})
   add_dependencies(shipped sample_report)
 
-  install(FILES ${report} ${schema} ${CMAKE_BINARY_DIR}/README.txt
+  install(FILES ${report} ${schema} ${CMAKE_BINARY_DIR}/README.txt ${CMAKE_BINARY_DIR}/FINDINGS.txt
     ${CMAKE_BINARY_DIR}/THIRD-PARTY-NOTICES.txt DESTINATION . COMPONENT windows)
 endfunction()
 
@@ -35,7 +36,7 @@ function(add_debian_files)
   install(FILES ${schema} DESTINATION share/qbdiagnostics COMPONENT linux)
   set(docs ${PROJECT_SOURCE_DIR}/docs)
   install(FILES ${packaging}/copyright ${PROJECT_SOURCE_DIR}/THIRD-PARTY-NOTICES
-    ${docs}/administrators.md ${docs}/offline.md DESTINATION share/doc/qbdiagnostics COMPONENT linux)
+    ${docs}/administrators.md ${docs}/findings.md ${docs}/offline.md DESTINATION share/doc/qbdiagnostics COMPONENT linux)
 endfunction()
 
 # What is not released yet has the time of the commit, or else of the build.

@@ -88,7 +88,7 @@ constexpr std::array words = {
         .advice = "Set one of the configuration documents in QBConf.nsf active.",
         .look = "Under the title each setting of an active configuration has a row. If QBConf.nsf "
                 "could not be read at all, another line says so.",
-        .lines = "It stands for a configuration where no row follows."},
+        .lines = "This title, where no row follows it."},
     CodeWords{.name = "several-active",
               .severity = Severity::warning,
               .sentence =
@@ -97,14 +97,14 @@ constexpr std::array words = {
               .advice = "Leave one of the configuration documents in QBConf.nsf active.",
               .look = "Each active configuration begins with such a row; the rows below are its "
                       "settings.",
-              .lines = "The first of these rows is none."},
+              .lines = "Each such row but the first."},
     CodeWords{.name = "access",
               .severity = Severity::warning,
               .sentence =
                   "The tool could not write a file to the add-on's folder Quellbright: most "
                   "likely the add-on cannot write there either.",
-              .advice = "Give the account of the server the right to write to the folder "
-                        "Quellbright, and look at the free space.",
+              .advice = "Give the account of the server, and the one that the tool ran with, the "
+                        "right to write to the folder Quellbright, and look at the free space.",
               .look = "The line has the path of the file."},
     CodeWords{.name = "sender-filter",
               .severity = Severity::warning,
@@ -176,7 +176,7 @@ constexpr std::array words = {
               .sentence = "The events could not be read from the add-on's database QBConf.nsf.",
               .advice = mendDatabase,
               .look = reasonAtTheEnd,
-              .lines = "It stands directly behind \"Testing Get VRX events:\"."},
+              .lines = "Directly behind \"Testing Get VRX events:\"."},
     CodeWords{
         .name = "event",
         .severity = Severity::note,
@@ -202,8 +202,8 @@ constexpr std::array words = {
     CodeWords{
         .name = "overwritten",
         .severity = Severity::note,
-        .sentence = "The report does not begin where its run began: it reached its size limit "
-                    "and started over, and its beginning is lost.",
+        .sentence = "The report does not begin where its run began: most likely it reached its "
+                    "size limit and started over, so that its beginning is lost.",
         .advice = "Read what is left. If you need all of it, run the tool again with the word "
                   "stdout behind the path, and keep what it writes to the console.",
         .look = "What is left is read in the order in which it was written. Sections that are "
@@ -230,6 +230,13 @@ constexpr std::array words = {
                       "process and thread.",
               .lines = "The first line of each run but the first."}};
 static_assert(words.size() == static_cast<std::size_t>(Code::severalRuns) + 1);
+
+constexpr auto codes = [] {
+  std::array<Code, words.size() - 1> all{};
+  for (std::size_t index = 0; index < all.size(); ++index)
+    all.at(index) = static_cast<Code>(index + 1);
+  return all;
+}();
 
 constexpr LineWords ownWords[] = {
     {Code::fileMissing, "", "QBConf.nsf was not found.",
@@ -302,6 +309,8 @@ constexpr std::array<std::string_view, 3> severityNames = {"note", "warning", "e
 
 }  // namespace
 
+std::span<const Code> allCodes() { return codes; }
+
 const CodeWords& wordsOf(Code code) { return words.at(static_cast<std::size_t>(code)); }
 
 std::span<const LineWords> lineWords() { return ownWords; }
@@ -309,9 +318,8 @@ std::span<const LineWords> lineWords() { return ownWords; }
 std::string_view nameOf(Code code) { return wordsOf(code).name; }
 
 std::optional<Code> codeNamed(std::string_view name) {
-  const auto found = std::ranges::find(words.begin() + 1, words.end(), name, &CodeWords::name);
-  if (found == words.end()) return std::nullopt;
-  return static_cast<Code>(found - words.begin());
+  const auto found = std::ranges::find(codes, name, [](Code code) { return nameOf(code); });
+  return found == codes.end() ? std::nullopt : std::optional(*found);
 }
 
 std::string_view nameOf(Severity severity) {

@@ -62,6 +62,9 @@ struct LineWords {
   std::string_view advice;
 };
 
+/// Each but Code::none.
+std::span<const Code> allCodes();
+
 const CodeWords& wordsOf(Code code);
 
 /// Of those that fit one line the first counts.

@@ -2,18 +2,25 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <new>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 
 #include "platform/byte_files.h"
+#include "platform/console.h"
+#include "platform/terminal.h"
 #include "report/check.h"
+#include "report/explanation.h"
+#include "report/findings_text.h"
 #include "report/json.h"
 #include "report/mask.h"
 #include "report/pseudonym_map.h"
 #include "report/report.h"
+#include "report/text.h"
 #include "report/unified_diff.h"
 
 namespace reader {
@@ -54,15 +61,55 @@ PseudonymMap readMap(const std::string& name) {
   }
 }
 
-int check(const std::string& name, Origin origin, Severity failOn) {
+bool isSet(const char* variable) {
+  const char* const value = std::getenv(variable);
+  return value != nullptr && *value != '\0';
+}
+
+// A Windows console takes characters, not bytes.
+std::optional<Severity> showFindings(const Report& report, Origin origin, std::size_t width) {
+  const bool isColoured = !isSet("NO_COLOR") && platform::enableTerminalColours();
+  std::stringstream text;
+  const auto gravest = writeFindingsText(report, origin, {width, isColoured}, text);
+  for (std::string line; std::getline(text, line);) platform::printWideLine(toWide(line));
+  return gravest;
+}
+
+struct CheckOptions {
+  Origin origin;
+  bool isPlain;
+  Severity failOn;
+};
+
+int check(const std::string& name, const CheckOptions& options) {
   const auto report = readReport(name);
-  const std::optional<Severity> gravest = writeFindings(*report, origin, std::cout);
-  return gravest >= failOn ? found : succeeded;
+  const auto width = options.isPlain ? std::nullopt : platform::terminalWidth();
+  const auto gravest = width ? showFindings(*report, options.origin, *width)
+                             : writeFindings(*report, options.origin, std::cout);
+  return gravest >= options.failOn ? found : succeeded;
 }
 
 int json(const std::string& name, Origin origin) {
   const auto report = readReport(name);
   writeJson(*report, std::cout, origin);
+  return succeeded;
+}
+
+int explain(const std::string& name) {
+  constexpr std::size_t usualWidth = 100;
+  const std::size_t width = platform::terminalWidth().value_or(usualWidth);
+  if (name.empty()) {
+    writeExplanations(width, std::cout);
+    return succeeded;
+  }
+  const std::optional<Code> code = codeNamed(name);
+  if (!code) {
+    std::string names;
+    for (const Code known : allCodes())
+      names.append(names.empty() ? "" : ", ").append(nameOf(known));
+    throw Failure("there is no code " + name + "; the codes are " + names);
+  }
+  writeExplanation(*code, width, std::cout);
   return succeeded;
 }
 
@@ -105,6 +152,7 @@ class Commands {
     addJson();
     addDiff();
     addMask();
+    addExplain();
   }
 
   /// Raises CLI::ParseError.
@@ -112,13 +160,14 @@ class Commands {
     std::ranges::reverse(arguments);
     app_.parse(std::move(arguments));
     const Origin origin = isOffline_ ? Origin::exports : Origin::server;
-    if (command_ == "check") return check(first_, origin, failOn_);
+    if (command_ == "check") return check(first_, {origin, isPlain_, failOn_});
     if (command_ == "json") return json(first_, origin);
+    if (command_ == "explain") return explain(first_);
     if (command_ == "diff") return diff(first_, second_);
     return mask(first_, map_);
   }
 
-  int explain(const CLI::ParseError& error) {
+  int tell(const CLI::ParseError& error) {
     return app_.exit(error, std::cout, std::cerr) == 0 ? succeeded : failed;
   }
 
@@ -130,7 +179,7 @@ class Commands {
   }
 
   void addCheck() {
-    CLI::App* const command = add("check", "Shows what a report tells of failures, one a line");
+    CLI::App* const command = add("check", "Shows what a report tells of failures");
     command->add_option("REPORT", first_, "The report")->required();
     addOffline(command);
     command
@@ -139,9 +188,12 @@ class Commands {
             "From which severity on findings make the exit status 1: error, warning, or note, the "
             "default")
         ->type_name("SEVERITY");
+    command->add_flag("--plain", isPlain_, "One finding a line, on a terminal too");
     command->footer(
-        "A line has a code, the section, the number of the line, the line, what it means, its "
-        "severity (error,\nwarning or note), and what to do, with tabs between them.\n"
+        "On a terminal findings show as text. Elsewhere, and with --plain, each is a line with a "
+        "code, the\nsection, the number of the line, the line, what it means, its severity (error, "
+        "warning or note), and\nwhat to do, with tabs between them. qbreport explain CODE tells "
+        "more.\n"
         "Exit status: 0 without findings, 1 with findings.\n"
         "Example: qbreport check --fail-on error Quellbright-DIAGNOSTIC-20261115050311.log");
   }
@@ -167,7 +219,9 @@ class Commands {
         add("diff", "Shows how two reports differ, but for what every run changes");
     command->add_option("OLD", first_, "The earlier report")->required();
     command->add_option("NEW", second_, "The later report")->required();
-    command->footer("Exit status: 0 if they are the same, 1 if they differ.");
+    command->footer(
+        "Exit status: 0 if they are the same, 1 if they differ.\n"
+        "Example: qbreport diff before.log after.log");
   }
 
   void addMask() {
@@ -183,7 +237,15 @@ class Commands {
         "In the texts of failures and messages, values are replaced that the report tells "
         "elsewhere "
         "too. What else\nthe words of the Notes library may tell stays: read the result before you "
-        "hand it on.");
+        "hand it on.\n"
+        "Example: qbreport mask --map names.map Quellbright-DIAGNOSTIC-20261115050311.log > "
+        "masked.log");
+  }
+
+  void addExplain() {
+    CLI::App* const command = add("explain", "Tells what findings mean, and what to do");
+    command->add_option("CODE", first_, "The code of a finding; all of them where it is not given");
+    command->footer("Example: qbreport explain not-wired");
   }
 
   CLI::App app_{"Reads the reports of the Quellbright Domino Module diagnostics.", "qbreport"};
@@ -192,6 +254,7 @@ class Commands {
   std::string second_;
   std::optional<std::string> map_;
   bool isOffline_ = false;
+  bool isPlain_ = false;
   Severity failOn_ = Severity::note;
 };
 
@@ -205,7 +268,7 @@ int runUnflushed(const std::vector<std::string>& arguments) {
   try {
     return commands.run(arguments);
   } catch (const CLI::ParseError& error) {
-    return commands.explain(error);
+    return commands.tell(error);
   } catch (const Failure& failure) {
     return fail(failure.what());
   } catch (const std::bad_alloc&) {

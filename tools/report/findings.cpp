@@ -16,13 +16,6 @@ Finding findingOf(Code code, const Report& report, EntryNumber number) {
   return {code, entry.section, entry.line, report.firstLine(entry)};
 }
 
-// The import repeats the messages of the directory, and the directory imports nothing.
-bool countsIn(Section section, const LineForm& form) {
-  if (form.code == Code::none) return false;
-  if (form.target == Target::messages) return section == Section::loadingDirectory;
-  return form.target != Target::importMessages || section == Section::importing;
-}
-
 // What a run tells of the variables that name what the server loads.
 class LoadVariables {
  public:
@@ -102,6 +95,13 @@ bool isLateStart(const Report& report, const Run& run, std::size_t at) {
 }
 
 }  // namespace
+
+// The import repeats the messages of the directory, and the directory imports nothing.
+bool countsIn(Section section, const LineForm& form) {
+  if (form.code == Code::none) return false;
+  if (form.target == Target::messages) return section == Section::loadingDirectory;
+  return form.target != Target::importMessages || section == Section::importing;
+}
 
 bool isComplete(const Report& report, const Run& run) {
   return report.firstLine(report.entries()[run.entries.back()]) == Report::lastText;

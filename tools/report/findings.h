@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "report/code.h"
+#include "report/line_form.h"
 #include "report/report.h"
 
 namespace reader {
@@ -18,6 +19,10 @@ struct Finding {
   /// In a report that was made from an export it tells nothing of the server.
   bool needsServer = false;
 };
+
+/// Whether a line of this form counts there. Failures of the directory and of the import stand in
+/// the sections of both, and count in their own.
+bool countsIn(Section section, const LineForm& form);
 
 /// Hands out the findings of a report: that of the file, then run by run in the order of the lines.
 void forEachFinding(const Report& report, const std::function<void(const Finding&)>& show);

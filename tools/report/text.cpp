@@ -49,9 +49,14 @@ std::string latin1ToUtf8(std::string_view latin1) {
   return platform::wideToUtf8(wide);
 }
 
-std::string toLatin1(std::string_view utf8) {
+std::u16string toWide(std::string_view utf8) {
   std::u16string wide(utf8.size(), u'\0');
   wide.resize(platform::narrowToWide(utf8Page, true, utf8, wide).length);
+  return wide;
+}
+
+std::string toLatin1(std::string_view utf8) {
+  const std::u16string wide = toWide(utf8);
   const bool isLatin1 = std::ranges::all_of(wide, [](char16_t unit) { return unit <= 0xFF; });
   return isLatin1 ? std::string(wide.begin(), wide.end()) : std::string();
 }

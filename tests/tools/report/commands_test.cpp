@@ -38,11 +38,32 @@ class Commands : public testing::Test {
     return std::to_string(result.status) + " " + result.output;
   }
 
+  // The same on a terminal, which begins lines with a CR.
+  static std::string runOnTerminal(const std::string& words, const std::string& settings) {
+    const std::string command = settings + "exec " + test::builtProgram("qbreport") + ' ' + words;
+    const test::ProcessResult result =
+        test::runProcess({"script", "-qec", command, "/dev/null"}, "output");
+    return std::to_string(result.status) + " " + result.output;
+  }
+
   static test::ProcessResult run(const std::string& words) {
     std::vector<std::string> command = {test::builtProgram("qbreport")};
     std::istringstream stream(words);
     for (std::string word; stream >> word;) command.push_back(word);
     return test::runProcess(command, "output");
+  }
+
+  static void expectTextOnTerminals() {
+    const std::string settings = "stty cols 60; unset NO_COLOR; export TERM=xterm; ";
+    const auto check = [&](const std::string& words, const std::string& more = "") {
+      return runOnTerminal("check " + words, settings + more);
+    };
+    EXPECT_TRUE(check("failing").starts_with("1 \x1B[1;33mwarning\x1B[0m: The users"));
+    EXPECT_TRUE(check("failing", "export NO_COLOR=1; ")
+                    .starts_with("1 warning: The users whose mail is filtered could not be\r\n"));
+    EXPECT_TRUE(check("failing", "TERM=dumb; ").starts_with("1 warning: The users"));
+    EXPECT_TRUE(check("--plain failing").starts_with("1 users\tfiltered-users\t"));
+    EXPECT_EQ(check("report"), "0 no findings\r\n");
   }
 
   test::TemporaryFolder folder_;
@@ -62,13 +83,14 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
   EXPECT_NE(run("check text").output.find(" " + longText + "\t"), std::string::npos);
   if (fs::path::preferred_separator == '/') {
     EXPECT_EQ(fs::status("map").permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    for (const std::string words :
-         {"check failing", "json report", "diff report failing", "mask report", "--help"}) {
+    for (const std::string words : {"check failing", "json report", "diff report failing",
+                                    "mask report", "explain", "--help"}) {
       for (const std::string stream : {" >/dev/full", " >&-", " <&- >&-"}) {
         EXPECT_EQ(runByShell(words + stream), "2 qbreport: standard output cannot be written\n")
             << words << stream;
       }
     }
+    expectTextOnTerminals();
     EXPECT_TRUE(runByShell("mask report --map map <&- 2>&-").starts_with("0 15-11-2026"));
     EXPECT_EQ(runByShell("mask failing --map map >/dev/null", "ulimit -f 0; "), "2 ")
         << "a map that is not written, and words that are not either";

@@ -12,6 +12,7 @@
 #include "platform/code_pages.h"
 #include "report/check.h"
 #include "report/findings.h"
+#include "report/findings_text.h"
 #include "report/json.h"
 #include "report/mask.h"
 #include "report/pseudonym_map.h"
@@ -134,6 +135,15 @@ TEST(Verdicts, AreOnTheLineAndNotOnItsCodeAlone) {
                                              row.fields[1].ends_with(line.end);
                                     }))
         << "no row for: " << line.begin << line.end;
+  }
+}
+
+TEST(Verdicts, AreWrittenForPeopleInLinesThatFit) {
+  for (const auto& [where, fields] : test::rowsOf("tools/report/findings_text.txt", 3)) {
+    std::ostringstream out;
+    reader::writeFindingsText(Report(test::reportOf(fields[1])), reader::Origin::server,
+                              {std::stoul(fields[0]), false}, out);
+    EXPECT_EQ(out.str(), fields[2]) << where;
   }
 }
 
