@@ -151,7 +151,7 @@ TEST(Pseudonyms, AreKeptInAMapAndNoOtherFileIsOne) {
             test::reportOf("@SYSTEM ENVIRONMENT:\n\t\t\t\t\tServerName=server-2\n"
                            "@SERVERPROFILE:\n\t\t\t\t\tServer name(server-1)\n"));
   for (const char* text :
-       {"", "{}", "[]", R"({"format":2,"values":{}})", R"({"format":1,"values":[]})",
+       {"{}", "[]", R"({"format":2,"values":{}})", R"({"format":1,"values":[]})",
         R"({"format":1,"values":{"x":{}}})", R"({"format":1,"values":{"text":{"a":0}}})",
         R"({"format":1,"values":{"text":{"a":1,"b":1}}})",
         R"({"format":1,"values":{"text":{"\u0100":1}}})",
