@@ -54,9 +54,10 @@ int mask(const std::string& name, const std::optional<std::string>& mapName) {
   std::optional<MapFile> map;
   if (mapName) map.emplace(*mapName);
   Pseudonyms pseudonyms(report->bytes(), map ? map->pseudonyms() : std::deque<Pseudonym>());
-  collectValues(*report, pseudonyms);
+  const MaskedParts parts(*report);
+  collectValues(parts, pseudonyms);
   if (map) map->replace(pseudonyms.all());
-  writeMasked(*report, pseudonyms, std::cout);
+  writeMasked(parts, pseudonyms, std::cout);
   return succeeded;
 }
 

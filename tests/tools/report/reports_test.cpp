@@ -37,9 +37,10 @@ std::string findingsOf(const Report& report, std::ptrdiff_t last = PTRDIFF_MAX) 
 
 std::string maskedOf(const Report& report, const reader::PseudonymMap& map = {}) {
   reader::Pseudonyms pseudonyms(report.bytes(), map.all());
-  reader::collectValues(report, pseudonyms);
+  const reader::MaskedParts parts(report);
+  reader::collectValues(parts, pseudonyms);
   std::ostringstream out;
-  reader::writeMasked(report, pseudonyms, out);
+  reader::writeMasked(parts, pseudonyms, out);
   return out.str();
 }
 
@@ -142,7 +143,8 @@ TEST(Pseudonyms, AreKeptInAMapAndNoOtherFileIsOne) {
       test::reportOf("@SERVERPROFILE:\n\t\t\t\t\tServer name(m\x80\xc3\xa9)\n");
   const Report report(first);
   reader::Pseudonyms pseudonyms(report.bytes(), {});
-  reader::collectValues(report, pseudonyms);
+  const reader::MaskedParts parts(report);
+  reader::collectValues(parts, pseudonyms);
   const reader::PseudonymMap map(reader::asMap(pseudonyms.all()));
   const Report next(test::reportOf(
       "@SYSTEM ENVIRONMENT:\n\t\t\t\t\tServerName=b\n@SERVERPROFILE:\n\t\t\t\t\tServer "
