@@ -24,9 +24,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   try {
     const reader::Report report{std::string(asText(data, size))};
     reader::Pseudonyms pseudonyms(report.bytes(), {});
-    reader::collectValues(report, pseudonyms);
+    const reader::MaskedParts parts(report);
+    reader::collectValues(parts, pseudonyms);
     std::ostringstream masked;
-    reader::writeMasked(report, pseudonyms, masked);
+    reader::writeMasked(parts, pseudonyms, masked);
     check(codesOf(reader::Report(masked.str())) == codesOf(report));
     std::ostringstream json;
     reader::writeJson(report, json);

@@ -5,8 +5,9 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
+
+#include "platform/file_outcome.h"
 
 namespace platform {
 
@@ -17,14 +18,7 @@ std::vector<std::string> commandLine(int argc, char** argv);
 /// To be called before anything opens a file.
 bool prepareByteStreams();
 
-enum class ReadOutcome { read, missing, failed };
-
 /// Appends all bytes of the file `name`, or of standard input if that is "-".
-ReadOutcome readBytes(const std::string& name, std::string& bytes);
-
-/// Puts `bytes` in place of the file `name`: they are written to a new file beside it, which then
-/// takes its name. On Linux nobody but its owner may read it; on Windows it has the rights that its
-/// folder gives. False leaves the file as it was.
-bool replacePrivateFile(const std::string& name, std::string_view bytes);
+FileOutcome readBytes(const std::string& name, std::string& bytes);
 
 }  // namespace platform

@@ -8,17 +8,16 @@
 #include <new>
 #include <optional>
 #include <sstream>
-#include <stdexcept>
 
-#include "platform/byte_files.h"
 #include "platform/console.h"
 #include "platform/terminal.h"
 #include "report/check.h"
 #include "report/explanation.h"
+#include "report/files.h"
 #include "report/findings_text.h"
 #include "report/json.h"
+#include "report/map_file.h"
 #include "report/mask.h"
-#include "report/pseudonym_map.h"
 #include "report/report.h"
 #include "report/text.h"
 #include "report/unified_diff.h"
@@ -30,33 +29,10 @@ constexpr int succeeded = 0;
 constexpr int found = 1;
 constexpr int failed = 2;
 
-/// What the program cannot do, in words for the user.
-class Failure : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
-using platform::ReadOutcome;
-
 std::unique_ptr<Report> readReport(const std::string& name) {
-  std::string bytes;
-  if (platform::readBytes(name, bytes) != ReadOutcome::read)
-    throw Failure(name + ": it cannot be read");
   try {
-    return std::make_unique<Report>(std::move(bytes));
+    return std::make_unique<Report>(bytesOf(name));
   } catch (const NoReport& error) {
-    throw Failure(name + ": " + error.what());
-  }
-}
-
-PseudonymMap readMap(const std::string& name) {
-  std::string json;
-  const ReadOutcome outcome = platform::readBytes(name, json);
-  if (outcome == ReadOutcome::missing) return {};
-  if (outcome == ReadOutcome::failed) throw Failure(name + ": it cannot be read");
-  try {
-    return PseudonymMap(json);
-  } catch (const BadMap& error) {
     throw Failure(name + ": " + error.what());
   }
 }
@@ -122,14 +98,14 @@ int diff(const std::string& nameBefore, const std::string& nameAfter) {
 
 // The map is written first: a report whose pseudonyms are lost cannot be told from the next.
 int mask(const std::string& name, const std::optional<std::string>& mapName) {
-  if (mapName == "-") throw Failure("a map is a file of its own");
   const auto report = readReport(name);
-  const PseudonymMap earlier = mapName ? readMap(*mapName) : PseudonymMap();
-  Pseudonyms pseudonyms(report->bytes(), earlier.all());
-  collectValues(*report, pseudonyms);
-  if (mapName && !platform::replacePrivateFile(*mapName, asMap(pseudonyms.all())))
-    throw Failure(*mapName + ": it cannot be written");
-  writeMasked(*report, pseudonyms, std::cout);
+  std::optional<MapFile> map;
+  if (mapName) map.emplace(*mapName);
+  Pseudonyms pseudonyms(report->bytes(), map ? map->pseudonyms() : std::deque<Pseudonym>());
+  const MaskedParts parts(*report);
+  collectValues(parts, pseudonyms);
+  if (map) map->replace(pseudonyms.all());
+  writeMasked(parts, pseudonyms, std::cout);
   return succeeded;
 }
 

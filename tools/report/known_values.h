@@ -30,29 +30,40 @@ class KnownValues {
   void forEachIn(std::string_view message, const Take& take) const;
 
  private:
+  struct Form {
+    std::string_view value;
+    std::string_view text;  // the value in small letters
+    const Pseudonym* pseudonym;
+    const Form* shorter;  // the longest of those that it begins with
+  };
+  struct Range {
+    std::size_t begin;
+    std::size_t count;
+  };
   struct Hit {
     std::size_t at;
-    std::size_t size;
-    const Pseudonym* pseudonym;
+    const Form* form;
+
+    std::size_t size() const { return form->text.size(); }
+    std::size_t end() const { return at + size(); }
   };
 
-  struct Hash {
-    std::size_t operator()(std::string_view text) const;
-  };
-  struct Equal {
-    bool operator()(std::string_view left, std::string_view right) const;
-  };
+  void addForms(const std::deque<Pseudonym>& pseudonyms);
+  void lowerForms();
+  void sortForms();
+  void linkForms();
+  const Form* longestIn(std::string_view text, std::size_t at, std::size_t most) const;
+  std::vector<Hit> hitsIn(std::string_view text) const;
+  std::vector<Hit> longestOf(std::vector<Hit> hits, std::string_view text) const;
+  const Pseudonym& pseudonymOf(const Form& form, std::string_view value) const;
 
-  std::vector<Hit> hitsIn(std::string_view message) const;
-  void add(std::string_view form, std::size_t place);
-  const Pseudonym* find(std::string_view text) const;
-
-  const std::deque<Pseudonym>& pseudonyms_;
   std::deque<std::string> doubled_{};
-  // Places of pseudonyms by the value in any case; several may differ in that alone. A doubled form
-  // has a place behind them all, in their order.
-  std::unordered_multimap<std::string_view, std::size_t, Hash, Equal> places_{};
-  std::unordered_map<std::uint32_t, std::vector<std::size_t>> sizes_{};  // by the beginning
+  std::string small_{};  // the texts of the forms
+  // Sorted, so that the forms that a text begins with are the last one that is not behind it in
+  // this order, or among its shorter ones. Of values that differ in case alone the earliest.
+  std::vector<Form> forms_{};
+  std::unordered_map<std::string_view, const Pseudonym*> others_{};  // the later ones of those
+  std::unordered_map<std::uint32_t, Range> ranges_{};                // of forms, by the beginning
 };
 
 }  // namespace reader

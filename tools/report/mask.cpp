@@ -1,22 +1,11 @@
 #include "report/mask.h"
 
-#include <functional>
 #include <optional>
 
-#include "report/entry_reader.h"
 #include "report/known_values.h"
 
 namespace reader {
 namespace {
-
-void forEachPart(const Report& report,
-                 const std::function<void(MaskKind, std::string_view)>& take) {
-  for (EntryNumber number = 0; number < report.entries().size(); ++number) {
-    EntryReader reader(report, number);
-    for (Reading reading{}; reader.next(reading);)
-      forEachMaskedPart(reading, report.isOverwritten(), take);
-  }
-}
 
 // Copies the report, and puts other texts in place of parts of it.
 class Replacer {
@@ -38,19 +27,19 @@ class Replacer {
 
 }  // namespace
 
-void collectValues(const Report& report, Pseudonyms& pseudonyms) {
-  forEachPart(report, [&](MaskKind kind, std::string_view value) {
+void collectValues(const MaskedParts& parts, Pseudonyms& pseudonyms) {
+  parts.forEach([&](MaskKind kind, std::string_view value) {
     if (kind != MaskKind::message) pseudonyms.of(kind, value);
   });
 }
 
-void writeMasked(const Report& report, Pseudonyms& pseudonyms, std::ostream& out) {
+void writeMasked(const MaskedParts& parts, Pseudonyms& pseudonyms, std::ostream& out) {
   std::optional<KnownValues> known;
-  Replacer replacer(report.bytes(), out);
+  Replacer replacer(parts.report().bytes(), out);
   const auto replace = [&](std::string_view part, const Pseudonym& pseudonym) {
     replacer.replace(part, pseudonym);
   };
-  forEachPart(report, [&](MaskKind kind, std::string_view part) {
+  parts.forEach([&](MaskKind kind, std::string_view part) {
     if (kind == MaskKind::message) {
       if (!known) known.emplace(pseudonyms.all());
       known->forEachIn(part, replace);

@@ -3,16 +3,16 @@
 
 #include <ostream>
 
+#include "report/masked_parts.h"
 #include "report/pseudonyms.h"
-#include "report/report.h"
 
 namespace reader {
 
 /// Gives each value of the report a pseudonym.
-void collectValues(const Report& report, Pseudonyms& pseudonyms);
+void collectValues(const MaskedParts& parts, Pseudonyms& pseudonyms);
 
 /// Writes the report with its values replaced, once they are collected. All else is written byte
 /// for byte.
-void writeMasked(const Report& report, Pseudonyms& pseudonyms, std::ostream& out);
+void writeMasked(const MaskedParts& parts, Pseudonyms& pseudonyms, std::ostream& out);
 
 }  // namespace reader

@@ -1,11 +1,13 @@
-// What of a line is masked.
+// What of a report is masked.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <string_view>
+#include <unordered_set>
 
-#include "report/entry_reader.h"
+#include "report/line_form.h"
+#include "report/report.h"
 
 namespace reader {
 
@@ -23,9 +25,25 @@ enum class MaskKind : std::uint8_t {
 };
 inline constexpr std::size_t pseudonymKinds = 8;
 
-/// Hands out the parts of a line, of a report that has started over or not, in their order; none of
-/// them is empty.
-void forEachMaskedPart(const Reading& reading, bool isOverwritten,
-                       const std::function<void(MaskKind, std::string_view)>& take);
+/// The parts of a report that are masked. It leans on the report.
+class MaskedParts {
+ public:
+  explicit MaskedParts(const Report& report);
+
+  const Report& report() const { return report_; }
+
+  using Take = std::function<void(MaskKind, std::string_view)>;
+
+  /// Hands them out in the order of the file; none of them is empty.
+  void forEach(const Take& take) const;
+
+ private:
+  void takePart(const Value& value, const Take& take) const;
+  void takeServerPath(std::string_view value, const Take& take) const;
+  std::size_t endOfServer(std::string_view value) const;
+
+  const Report& report_;
+  std::unordered_set<std::string_view> oddServers_{};  // whose names end with "!"
+};
 
 }  // namespace reader

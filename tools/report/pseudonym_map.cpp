@@ -37,6 +37,7 @@ const Json& member(const Json& json, const char* name) {
 }  // namespace
 
 PseudonymMap::PseudonymMap(std::string_view json) {
+  if (json.empty()) return;
   const Json map = Json::parse(json, nullptr, false);
   if (member(map, "format") != Json(1) || !member(map, "values").is_object()) fail();
   for (const auto& [name, values] : map["values"].items()) {

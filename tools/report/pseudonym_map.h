@@ -23,7 +23,7 @@ class BadMap : public std::runtime_error {
 class PseudonymMap {
  public:
   PseudonymMap() = default;
-  /// Raises BadMap.
+  /// That of a file; an empty one is a new map. Raises BadMap.
   explicit PseudonymMap(std::string_view json);
   PseudonymMap(const PseudonymMap&) = delete;
   PseudonymMap& operator=(const PseudonymMap&) = delete;

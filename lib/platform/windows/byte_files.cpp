@@ -9,7 +9,7 @@
 #include <cwchar>
 
 #include "platform/code_pages.h"
-#include "platform/windows/write_all.h"
+#include "platform/windows/file_requests.h"
 
 // The runtime library's own: it takes the command line of the process apart.
 extern "C" int __wgetmainargs(int* argc, wchar_t*** argv, wchar_t*** environment, int expand,
@@ -23,15 +23,7 @@ std::string toUtf8(const wchar_t* text) {
   return wideToUtf8(std::u16string_view(reinterpret_cast<const char16_t*>(text), wcslen(text)));
 }
 
-std::wstring toNative(const std::string& name) {
-  const int size = static_cast<int>(name.size());
-  std::wstring native(name.size(), L'\0');
-  native.resize(static_cast<std::size_t>(
-      MultiByteToWideChar(CP_UTF8, 0, name.data(), size, native.data(), size)));
-  return native;
-}
-
-ReadOutcome readAll(HANDLE file, std::string& bytes) {
+FileOutcome readAll(HANDLE file, std::string& bytes) {
   constexpr DWORD piece = 1U << 20;
   LARGE_INTEGER fileSize{};
   if (GetFileType(file) == FILE_TYPE_DISK && GetFileSizeEx(file, &fileSize))
@@ -43,8 +35,8 @@ ReadOutcome readAll(HANDLE file, std::string& bytes) {
     const bool done = ReadFile(file, bytes.data() + size, piece, &count, nullptr) != 0;
     bytes.resize(size + count);
     // A pipe whose other end has closed is at its end.
-    if (!done && GetLastError() != ERROR_BROKEN_PIPE) return ReadOutcome::failed;
-    if (count == 0) return ReadOutcome::read;
+    if (!done && GetLastError() != ERROR_BROKEN_PIPE) return outcomeOf(GetLastError());
+    if (count == 0) return FileOutcome::done;
   }
 }
 
@@ -67,31 +59,15 @@ bool prepareByteStreams() {
   return _setmode(_fileno(stdout), _O_BINARY) != -1;
 }
 
-ReadOutcome readBytes(const std::string& name, std::string& bytes) {
+FileOutcome readBytes(const std::string& name, std::string& bytes) {
   if (name == "-") return readAll(GetStdHandle(STD_INPUT_HANDLE), bytes);
-  const HANDLE file = CreateFileW(toNative(name).c_str(), GENERIC_READ,
+  const HANDLE file = CreateFileW(nativeName(name).c_str(), GENERIC_READ,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE)
-    return GetLastError() == ERROR_FILE_NOT_FOUND ? ReadOutcome::missing : ReadOutcome::failed;
-  const ReadOutcome outcome = readAll(file, bytes);
+  if (file == INVALID_HANDLE_VALUE) return outcomeOf(GetLastError());
+  const FileOutcome outcome = readAll(file, bytes);
   CloseHandle(file);
   return outcome;
-}
-
-bool replacePrivateFile(const std::string& name, std::string_view bytes) {
-  const std::wstring native = toNative(name);
-  const std::wstring beside = native + L"." + std::to_wstring(GetCurrentProcessId()) + L".tmp";
-  const HANDLE file = CreateFileW(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return false;
-  const bool written = writeAll(file, bytes) && FlushFileBuffers(file);
-  const bool closed = CloseHandle(file) != 0;
-  if (written && closed &&
-      MoveFileExW(beside.c_str(), native.c_str(), MOVEFILE_REPLACE_EXISTING) != 0)
-    return true;
-  DeleteFileW(beside.c_str());
-  return false;
 }
 
 }  // namespace platform

@@ -99,4 +99,20 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
   EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 6) << "a file was left beside the map";
 }
 
+// The map is an empty file at first, and has a second name.
+TEST_F(Commands, KeepAllOfAMapThatSeveralRunsWriteAtOnce) {
+  if (fs::path::preferred_separator != '/') GTEST_SKIP() << "one shell starts them all";
+  test::writeFile("map", "");
+  fs::create_symlink("map", "link");
+  const std::vector<std::string> names = {"a", "b", "c", "d", "e", "f", "g", "h"};
+  for (const std::string& name : names) test::writeFile(name, test::reportOf("@" + name + "\n"));
+  runByShell("--version",
+             "for name in a b c d; do \"$0\" mask --map map $name & done; "
+             "for name in e f g h; do \"$0\" mask --map link $name & done; wait; ");
+  for (const std::string& name : names)
+    EXPECT_NE(test::contentOf("map").find('"' + name + '"'), std::string::npos) << name;
+  EXPECT_TRUE(fs::is_symlink("link"));
+  EXPECT_FALSE(fs::exists("map.lock"));
+}
+
 }  // namespace

@@ -41,9 +41,10 @@ std::string findingsOf(const Report& report, std::ptrdiff_t last = PTRDIFF_MAX) 
 
 std::string maskedOf(const Report& report, const reader::PseudonymMap& map = {}) {
   reader::Pseudonyms pseudonyms(report.bytes(), map.all());
-  reader::collectValues(report, pseudonyms);
+  const reader::MaskedParts parts(report);
+  reader::collectValues(parts, pseudonyms);
   std::ostringstream out;
-  reader::writeMasked(report, pseudonyms, out);
+  reader::writeMasked(parts, pseudonyms, out);
   return out.str();
 }
 
@@ -228,7 +229,8 @@ TEST(Pseudonyms, AreKeptInAMapAndNoOtherFileIsOne) {
       test::reportOf("@SERVERPROFILE:\n\t\t\t\t\tServer name(m\x80\xc3\xa9)\n");
   const Report report(first);
   reader::Pseudonyms pseudonyms(report.bytes(), {});
-  reader::collectValues(report, pseudonyms);
+  const reader::MaskedParts parts(report);
+  reader::collectValues(parts, pseudonyms);
   const reader::PseudonymMap map(reader::asMap(pseudonyms.all()));
   const Report next(test::reportOf(
       "@SYSTEM ENVIRONMENT:\n\t\t\t\t\tServerName=b\n@SERVERPROFILE:\n\t\t\t\t\tServer "
@@ -237,7 +239,7 @@ TEST(Pseudonyms, AreKeptInAMapAndNoOtherFileIsOne) {
             test::reportOf("@SYSTEM ENVIRONMENT:\n\t\t\t\t\tServerName=server-2\n"
                            "@SERVERPROFILE:\n\t\t\t\t\tServer name(server-1)\n"));
   for (const char* text :
-       {"", "{}", "[]", R"({"format":2,"values":{}})", R"({"format":1,"values":[]})",
+       {"{}", "[]", R"({"format":2,"values":{}})", R"({"format":1,"values":[]})",
         R"({"format":1,"values":{"x":{}}})", R"({"format":1,"values":{"text":{"a":0}}})",
         R"({"format":1,"values":{"text":{"a":1,"b":1}}})",
         R"({"format":1,"values":{"text":{"\u0100":1}}})",

@@ -1,0 +1,34 @@
+// The map of pseudonyms as a file that several runs keep together.
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+
+#include "platform/replaced_files.h"
+#include "report/pseudonym_map.h"
+
+namespace reader {
+
+/// Has the file to itself from before it is read until it is replaced: of two runs that read the
+/// same map each would give its number to another value.
+class MapFile {
+ public:
+  /// Waits for ten seconds at most. A file that is missing or empty is a new map. Raises Failure.
+  explicit MapFile(const std::string& name);
+
+  /// They lean on the object.
+  const std::deque<Pseudonym>& pseudonyms() const { return map_->all(); }
+
+  /// Writes the map, and leaves it to others. Raises Failure.
+  void replace(const std::deque<Pseudonym>& pseudonyms);
+
+ private:
+  void takeLock();
+
+  std::string name_;
+  platform::ReplacementLock lock_;
+  std::optional<PseudonymMap> map_{};
+};
+
+}  // namespace reader
