@@ -7,11 +7,13 @@
 
 namespace reader {
 
-std::optional<Severity> writeFindings(const Report& report, Origin origin, std::ostream& out) {
+std::optional<Severity> writeFindings(const Report& report, Origin origin, std::string_view first,
+                                      std::ostream& out) {
   std::optional<Severity> gravest;
   forEachFinding(report, [&](const Finding& finding) {
     const Verdict verdict = verdictOn(finding, origin);
-    out << nameOf(finding.code) << '\t' << nameOf(finding.section) << '\t' << finding.line << '\t';
+    out << first << nameOf(finding.code) << '\t' << nameOf(finding.section) << '\t' << finding.line
+        << '\t';
     writeShown(out, finding.text);
     out << '\t' << verdict.sentence << '\t' << nameOf(verdict.severity) << '\t' << verdict.advice
         << '\n';

@@ -19,6 +19,7 @@
 #include "report/map_file.h"
 #include "report/mask.h"
 #include "report/report.h"
+#include "report/report_files.h"
 #include "report/text.h"
 #include "report/unified_diff.h"
 
@@ -28,14 +29,6 @@ namespace {
 constexpr int succeeded = 0;
 constexpr int found = 1;
 constexpr int failed = 2;
-
-std::unique_ptr<Report> readReport(const std::string& name) {
-  try {
-    return std::make_unique<Report>(bytesOf(name));
-  } catch (const NoReport& error) {
-    throw Failure(name + ": " + error.what());
-  }
-}
 
 bool isSet(const char* variable) {
   const char* const value = std::getenv(variable);
@@ -51,24 +44,44 @@ std::optional<Severity> showFindings(const Report& report, Origin origin, std::s
   return gravest;
 }
 
+// A name as a part of one line.
+std::string shownName(const std::string& name) {
+  std::ostringstream shown;
+  writeShown(shown, name);
+  return shown.str();
+}
+
+int fail(const std::string& reason) {
+  std::cerr << "qbreport: " << reason << '\n';
+  return failed;
+}
+
 struct CheckOptions {
   Origin origin;
   bool isPlain;
   Severity failOn;
 };
 
-int check(const std::string& name, const CheckOptions& options) {
-  const auto report = readReport(name);
+int check(const ReportFiles& files, const CheckOptions& options) {
   const auto width = options.isPlain ? std::nullopt : platform::terminalWidth();
-  const auto gravest = width ? showFindings(*report, options.origin, *width)
-                             : writeFindings(*report, options.origin, std::cout);
+  std::optional<Severity> gravest;
+  const bool areRead = files.forEach(fail, [&](const std::string& name, const Report& report) {
+    const std::string shown = files.areNamed() ? shownName(name) : "";
+    if (width && files.areNamed()) platform::printWideLine(toWide('\n' + shown + '\n'));
+    const auto most = width ? showFindings(report, options.origin, *width)
+                            : writeFindings(report, options.origin,
+                                            shown + (files.areNamed() ? "\t" : ""), std::cout);
+    gravest = std::max(gravest, most);
+  });
+  if (!areRead) return failed;
   return gravest >= options.failOn ? found : succeeded;
 }
 
-int json(const std::string& name, Origin origin) {
-  const auto report = readReport(name);
-  writeJson(*report, std::cout, origin);
-  return succeeded;
+int json(const ReportFiles& files, Origin origin) {
+  const bool areRead = files.forEach(fail, [&](const std::string& name, const Report& report) {
+    writeJson(report, std::cout, origin, files.areNamed() ? toUtf8(name) : "");
+  });
+  return areRead ? succeeded : failed;
 }
 
 int explain(const std::string& name) {
@@ -136,8 +149,8 @@ class Commands {
     std::ranges::reverse(arguments);
     app_.parse(std::move(arguments));
     const Origin origin = isOffline_ ? Origin::exports : Origin::server;
-    if (command_ == "check") return check(first_, {origin, isPlain_, failOn_});
-    if (command_ == "json") return json(first_, origin);
+    if (command_ == "check") return check(ReportFiles(reports_), {origin, isPlain_, failOn_});
+    if (command_ == "json") return json(ReportFiles(reports_), origin);
     if (command_ == "explain") return explain(first_);
     if (command_ == "diff") return diff(first_, second_);
     return mask(first_, map_);
@@ -155,8 +168,8 @@ class Commands {
   }
 
   void addCheck() {
-    CLI::App* const command = add("check", "Shows what a report tells of failures");
-    command->add_option("REPORT", first_, "The report")->required();
+    CLI::App* const command = add("check", "Shows what reports tell of failures");
+    addReports(command);
     addOffline(command);
     command
         ->add_option_function<std::string>(
@@ -175,13 +188,22 @@ class Commands {
   }
 
   void addJson() {
-    CLI::App* const command = add("json", "Writes a report and its findings as JSON");
-    command->add_option("REPORT", first_, "The report")->required();
+    CLI::App* const command = add("json", "Writes reports and their findings as JSON");
+    addReports(command);
     addOffline(command);
     command->footer(
         "The form is that of report.schema.json, which lies beside the program or in "
         "/usr/share/qbdiagnostics.\n"
         "Example: qbreport json Quellbright-DIAGNOSTIC-20261115050311.log > report.json");
+  }
+
+  void addReports(CLI::App* command) {
+    command
+        ->add_option(
+            "REPORT", reports_,
+            "The reports; a folder stands for those in it. With several, or a folder, each "
+            "line tells which of them it is of")
+        ->required();
   }
 
   void addOffline(CLI::App* command) {
@@ -226,6 +248,7 @@ class Commands {
 
   CLI::App app_{"Reads the reports of the Quellbright Domino Module diagnostics.", "qbreport"};
   std::string command_;
+  std::vector<std::string> reports_;
   std::string first_;
   std::string second_;
   std::optional<std::string> map_;
@@ -233,11 +256,6 @@ class Commands {
   bool isPlain_ = false;
   Severity failOn_ = Severity::note;
 };
-
-int fail(const std::string& reason) {
-  std::cerr << "qbreport: " << reason << '\n';
-  return failed;
-}
 
 int runUnflushed(const std::vector<std::string>& arguments) {
   Commands commands;

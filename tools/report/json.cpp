@@ -270,8 +270,10 @@ void writeFindings(const Report& report, Origin origin, std::ostream& out) {
 
 }  // namespace
 
-void writeJson(const Report& report, std::ostream& out, Origin origin) {
-  out << R"({"format":1,"runs":[)";
+void writeJson(const Report& report, std::ostream& out, Origin origin, const std::string& file) {
+  out << R"({"format":1,)";
+  if (!file.empty()) out << R"("file":)" << Json(file) << ',';
+  out << R"("runs":[)";
   const char* separator = "";
   for (const Run& run : report.runs()) {
     out << separator;

@@ -27,6 +27,11 @@ class Commands : public testing::Test {
         test::reportOf(start + "@Could not count users: x\a\xc3\xa9\x80\x81\xc2\x9f\n" + end));
     test::writeFile("-later", test::reportOf("@a\n"));
     test::writeFile("text", "no report\n");
+    fs::create_directory("empty");
+    fs::create_directory("logs");
+    fs::copy_file("failing", "logs/b-DIAGNOSTIC-.log");
+    fs::copy_file("report", "logs/C-DIAGNOSTIC-1.log");
+    fs::copy_file("text", "logs/DIAGNOSTIC.log");
   }
   void TearDown() override { fs::current_path(before_); }
 
@@ -96,7 +101,7 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
         << "a map that is not written, and words that are not either";
   }
   EXPECT_EQ(test::contentOf("map"), "{\"format\":1,\"values\":{\n\"text\":{\n\"\xc3\xa9\":1}}}\n");
-  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 6) << "a file was left beside the map";
+  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 8) << "a file was left beside the map";
 }
 
 // The map is an empty file at first, and has a second name.

@@ -1,0 +1,77 @@
+#include "report/report_files.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include "report/files.h"
+
+namespace reader {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Names are UTF-8 on Windows and bytes elsewhere, and a path takes either from this type.
+fs::path pathOf(const std::string& name) { return {std::u8string(name.begin(), name.end())}; }
+
+bool isNameOfReport(const std::string& name) {
+  return name.find("-DIAGNOSTIC-") != std::string::npos && name.ends_with(".log");
+}
+
+}  // namespace
+
+std::unique_ptr<Report> readReport(const std::string& name) {
+  try {
+    return std::make_unique<Report>(bytesOf(name));
+  } catch (const NoReport& error) {
+    throw Failure(name + ": " + error.what());
+  }
+}
+
+ReportFiles::ReportFiles(const std::vector<std::string>& names) : areNamed_(names.size() > 1) {
+  for (const std::string& name : names) {
+    std::error_code error;
+    if (name != "-" && fs::is_directory(pathOf(name), error)) {
+      areNamed_ = true;
+      addFolder(name);
+    } else {
+      files_.push_back({name, ""});
+    }
+  }
+}
+
+void ReportFiles::addFolder(const std::string& name) {
+  std::vector<std::string> found;
+  std::error_code error;
+  for (fs::directory_iterator at(pathOf(name), error), end; !error && at != end;
+       at.increment(error)) {
+    const std::u8string file = at->path().filename().u8string();
+    std::error_code ignored;
+    if (isNameOfReport({file.begin(), file.end()}) && !at->is_directory(ignored))
+      found.emplace_back(file.begin(), file.end());
+  }
+  if (error) {
+    files_.push_back({name, name + ": " + error.message()});
+  } else if (found.empty()) {
+    files_.push_back({name, name + ": the folder holds no report, as *-DIAGNOSTIC-*.log"});
+  }
+  std::ranges::sort(found);
+  for (const std::string& file : found) files_.push_back({name + '/' + file, ""});
+}
+
+bool ReportFiles::forEach(const std::function<void(const std::string&)>& tell,
+                          const Take& take) const {
+  bool areRead = true;
+  for (const File& file : files_) {
+    try {
+      if (!file.failure.empty()) throw Failure(file.failure);
+      take(file.name, *readReport(file.name));
+    } catch (const Failure& failure) {
+      tell(failure.what());
+      areRead = false;
+    }
+  }
+  return areRead;
+}
+
+}  // namespace reader

@@ -1,0 +1,42 @@
+// The reports that the words of a command stand for.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "report/report.h"
+
+namespace reader {
+
+/// The report in a file, or on standard input if its name is "-". Raises Failure.
+std::unique_ptr<Report> readReport(const std::string& name);
+
+class ReportFiles {
+ public:
+  /// A folder stands for the reports in it, in the order of the bytes of their names.
+  explicit ReportFiles(const std::vector<std::string>& names);
+
+  /// Whether there is more than one, or a folder, so that output has to tell them apart.
+  bool areNamed() const { return areNamed_; }
+
+  using Take = std::function<void(const std::string& name, const Report& report)>;
+
+  /// Hands out one report after the other, and tells why where one cannot be read. False if there
+  /// is such a one.
+  bool forEach(const std::function<void(const std::string& reason)>& tell, const Take& take) const;
+
+ private:
+  struct File {
+    std::string name;
+    std::string failure;  // of what is no file
+  };
+
+  void addFolder(const std::string& name);
+
+  std::vector<File> files_;
+  bool areNamed_;
+};
+
+}  // namespace reader
