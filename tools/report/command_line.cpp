@@ -14,6 +14,7 @@
 #include "report/mask.h"
 #include "report/report.h"
 #include "report/unified_diff.h"
+#include "report/unmask.h"
 
 namespace reader {
 namespace {
@@ -61,6 +62,12 @@ int mask(const std::string& name, const std::optional<std::string>& mapName) {
   return succeeded;
 }
 
+int unmask(const std::string& name, const std::string& mapName) {
+  const auto map = readMap(mapName);
+  writeUnmasked(bytesOf(name), map->all(), std::cout);
+  return succeeded;
+}
+
 // The words of the command line, and the command that they ask for.
 class Commands {
  public:
@@ -75,6 +82,7 @@ class Commands {
     addJson();
     addDiff();
     addMask();
+    addUnmask();
   }
 
   /// Raises CLI::ParseError.
@@ -84,6 +92,7 @@ class Commands {
     if (command_ == "check") return check(first_);
     if (command_ == "json") return json(first_);
     if (command_ == "diff") return diff(first_, second_);
+    if (command_ == "unmask") return unmask(first_, *map_);
     return mask(first_, map_);
   }
 
@@ -132,6 +141,20 @@ class Commands {
         "elsewhere "
         "too. What else\nthe words of the Notes library may tell stays: read the result before you "
         "hand it on.");
+  }
+
+  void addUnmask() {
+    CLI::App* const command =
+        add("unmask", "Writes a masked report, or a text about it, with the values again");
+    command->add_option("TEXT", first_, "The text, or \"-\" for standard input")
+        ->type_name("")
+        ->required();
+    command->add_option("--map", map_, "The file in which mask kept the pseudonyms")
+        ->type_name("FILE")
+        ->required();
+    command->footer(
+        "A pseudonym counts where no letter or digit stands beside it; one that the map does not "
+        "have stays.\nIn a report the values have their bytes, in any other text they are UTF-8.");
   }
 
   CLI::App app_{"Reads the reports of the Quellbright Domino Module diagnostics.", "qbreport"};

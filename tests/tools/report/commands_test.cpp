@@ -26,7 +26,7 @@ class Commands : public testing::Test {
         "failing",
         test::reportOf(start + "@Could not count users: x\a\xc3\xa9\x80\x81\xc2\x9f\n" + end));
     test::writeFile("-later", test::reportOf("@a\n"));
-    test::writeFile("text", "no report\n");
+    test::writeFile("text", "no report on text-1\n");
   }
   void TearDown() override { fs::current_path(before_); }
 
