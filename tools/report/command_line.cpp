@@ -12,6 +12,7 @@
 #include "report/json.h"
 #include "report/map_file.h"
 #include "report/mask.h"
+#include "report/output.h"
 #include "report/report.h"
 #include "report/unified_diff.h"
 #include "report/unmask.h"
@@ -31,26 +32,26 @@ std::unique_ptr<Report> readReport(const std::string& name) {
   }
 }
 
-int check(const std::string& name) {
+int check(const std::string& name, std::ostream& out) {
   const auto report = readReport(name);
-  return writeFindings(*report, std::cout) ? found : succeeded;
+  return writeFindings(*report, out) ? found : succeeded;
 }
 
-int json(const std::string& name) {
+int json(const std::string& name, std::ostream& out) {
   const auto report = readReport(name);
-  writeJson(*report, std::cout);
+  writeJson(*report, out);
   return succeeded;
 }
 
-int diff(const std::string& nameBefore, const std::string& nameAfter) {
+int diff(const std::string& nameBefore, const std::string& nameAfter, std::ostream& out) {
   const auto before = readReport(nameBefore);
   const auto after = readReport(nameAfter);
-  const bool differ = writeDifference({nameBefore, *before}, {nameAfter, *after}, std::cout);
+  const bool differ = writeDifference({nameBefore, *before}, {nameAfter, *after}, out);
   return differ ? found : succeeded;
 }
 
 // The map is written first: a report whose pseudonyms are lost cannot be told from the next.
-int mask(const std::string& name, const std::optional<std::string>& mapName) {
+int mask(const std::string& name, const std::optional<std::string>& mapName, std::ostream& out) {
   const auto report = readReport(name);
   std::optional<MapFile> map;
   if (mapName) map.emplace(*mapName);
@@ -58,13 +59,13 @@ int mask(const std::string& name, const std::optional<std::string>& mapName) {
   const MaskedParts parts(*report);
   collectValues(parts, pseudonyms);
   if (map) map->replace(pseudonyms.all());
-  writeMasked(parts, pseudonyms, std::cout);
+  writeMasked(parts, pseudonyms, out);
   return succeeded;
 }
 
-int unmask(const std::string& name, const std::string& mapName) {
+int unmask(const std::string& name, const std::string& mapName, std::ostream& out) {
   const auto map = readMap(mapName);
-  writeUnmasked(bytesOf(name), map->all(), std::cout);
+  writeUnmasked(bytesOf(name), map->all(), out);
   return succeeded;
 }
 
@@ -85,25 +86,46 @@ class Commands {
     addUnmask();
   }
 
-  /// Raises CLI::ParseError.
+  /// Raises CLI::ParseError and Failure.
   int run(std::vector<std::string> arguments) {
     std::ranges::reverse(arguments);
     app_.parse(std::move(arguments));
-    if (command_ == "check") return check(first_);
-    if (command_ == "json") return json(first_);
-    if (command_ == "diff") return diff(first_, second_);
-    if (command_ == "unmask") return unmask(first_, *map_);
-    return mask(first_, map_);
+    Output output(output_, inputs());
+    const int status = runTo(output.stream());
+    output.finish();
+    return status;
   }
 
+  /// Raises Failure.
   int explain(const CLI::ParseError& error) {
-    return app_.exit(error, std::cout, std::cerr) == 0 ? succeeded : failed;
+    if (app_.exit(error, std::cout, std::cerr) != 0) return failed;
+    flushStandardOutput();
+    return succeeded;
   }
 
  private:
+  std::vector<std::string> inputs() const {
+    std::vector<std::string> names = {first_};
+    if (!second_.empty()) names.push_back(second_);
+    if (map_) names.push_back(*map_);
+    return names;
+  }
+
+  int runTo(std::ostream& out) {
+    if (command_ == "check") return check(first_, out);
+    if (command_ == "json") return json(first_, out);
+    if (command_ == "diff") return diff(first_, second_, out);
+    if (command_ == "unmask") return unmask(first_, *map_, out);
+    return mask(first_, map_, out);
+  }
+
   CLI::App* add(const std::string& name, const std::string& description) {
     CLI::App* const command = app_.add_subcommand(name, description);
     command->callback([this, name] { command_ = name; });
+    command
+        ->add_option("-o,--output", output_,
+                     "Writes to this file, which is replaced once all is written")
+        ->type_name("FILE");
     return command;
   }
 
@@ -162,6 +184,7 @@ class Commands {
   std::string first_;
   std::string second_;
   std::optional<std::string> map_;
+  std::optional<std::string> output_;
 };
 
 int fail(const std::string& reason) {
@@ -169,25 +192,25 @@ int fail(const std::string& reason) {
   return failed;
 }
 
-int runUnflushed(const std::vector<std::string>& arguments) {
+int runOrExplain(const std::vector<std::string>& arguments) {
   Commands commands;
   try {
     return commands.run(arguments);
   } catch (const CLI::ParseError& error) {
     return commands.explain(error);
-  } catch (const Failure& failure) {
-    return fail(failure.what());
-  } catch (const std::bad_alloc&) {
-    return fail("the report is too large for the memory");
   }
 }
 
 }  // namespace
 
 int runCommand(const std::vector<std::string>& arguments) {
-  const int status = runUnflushed(arguments);
-  std::cout.flush();
-  return std::cout ? status : fail("standard output cannot be written");
+  try {
+    return runOrExplain(arguments);
+  } catch (const Failure& failure) {
+    return fail(failure.what());
+  } catch (const std::bad_alloc&) {
+    return fail("the report is too large for the memory");
+  }
 }
 
 }  // namespace reader

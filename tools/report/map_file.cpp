@@ -39,7 +39,8 @@ MapFile::MapFile(const std::string& name) : name_(name), lock_(name) {
 }
 
 void MapFile::replace(const std::deque<Pseudonym>& pseudonyms) {
-  require(platform::replacePrivateFile(name_, asMap(pseudonyms)), name_, "written");
+  require(platform::replaceFile(name_, asMap(pseudonyms), platform::Readers::owner), name_,
+          "written");
   lock_.release();
 }
 

@@ -11,6 +11,9 @@ inline FileOutcome outcomeOf(int error) {
   switch (error) {
     case ENOENT:
       return FileOutcome::missing;
+    case EACCES:
+    case EROFS:
+      return FileOutcome::denied;
     default:
       return FileOutcome::failed;
   }

@@ -22,6 +22,9 @@ inline FileOutcome outcomeOf(DWORD error) {
   switch (error) {
     case ERROR_FILE_NOT_FOUND:
       return FileOutcome::missing;
+    case ERROR_ACCESS_DENIED:
+    case ERROR_WRITE_PROTECT:
+      return FileOutcome::denied;
     case ERROR_SHARING_VIOLATION:
       return FileOutcome::busy;
     default:

@@ -60,7 +60,9 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
   test::writeFile("text",
                   test::reportOf("@STARTING LOG\n@Could not count users: " + longText + "\n"));
   EXPECT_NE(run("check text").output.find(" " + longText + "\t"), std::string::npos);
+  EXPECT_EQ(test::contentOf("out"), run("mask report").output);
   if (fs::path::preferred_separator == '/') {
+    EXPECT_EQ(fs::status("out").permissions(), fs::status("report").permissions());
     EXPECT_EQ(fs::status("map").permissions(), fs::perms::owner_read | fs::perms::owner_write);
     for (const std::string words :
          {"check failing", "json report", "diff report failing", "mask report", "--help"}) {
@@ -74,7 +76,7 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
         << "a map that is not written, and words that are not either";
   }
   EXPECT_EQ(test::contentOf("map"), "{\"format\":1,\"values\":{\n\"text\":{\n\"\xc3\xa9\":1}}}\n");
-  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 6) << "a file was left beside the map";
+  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 7) << "a file was left beside another";
 }
 
 // The map is an empty file at first, and has a second name.
