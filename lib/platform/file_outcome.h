@@ -12,6 +12,7 @@ enum class FileOutcome : std::uint8_t {
   special,  ///< It is neither a plain file nor a folder, a device for example.
   denied,   ///< The user may not do it.
   busy,     ///< Another program has it.
+  full,     ///< There is no room for its bytes.
   failed
 };
 

@@ -88,6 +88,7 @@ class Commands {
 
   /// Raises CLI::ParseError and Failure.
   int run(std::vector<std::string> arguments) {
+    if (!arguments.empty()) requireCommand(arguments.front());
     std::ranges::reverse(arguments);
     app_.parse(std::move(arguments));
     Output output(output_, inputs());
@@ -104,6 +105,16 @@ class Commands {
   }
 
  private:
+  // To the parser a misspelt command is one argument too many.
+  void requireCommand(const std::string& word) const {
+    std::string names;
+    for (const CLI::App* const command : app_.get_subcommands({})) {
+      if (command->get_name() == word) return;
+      names.append(names.empty() ? "" : ", ").append(command->get_name());
+    }
+    if (!word.starts_with('-')) throw Failure(word + " is no command: there are " + names);
+  }
+
   std::vector<std::string> inputs() const {
     std::vector<std::string> names = {first_};
     if (!second_.empty()) names.push_back(second_);
