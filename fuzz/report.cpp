@@ -1,4 +1,5 @@
-// Reports: what is read of one is the same once it is masked, and its JSON is whole.
+// Reports: what is read of one is the same once it is masked, and when its values are back; its
+// JSON is whole.
 
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -8,6 +9,7 @@
 #include "report/json.h"
 #include "report/mask.h"
 #include "report/report.h"
+#include "report/unmask.h"
 
 namespace {
 
@@ -29,6 +31,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::ostringstream masked;
     reader::writeMasked(parts, pseudonyms, masked);
     check(codesOf(reader::Report(masked.str())) == codesOf(report));
+    std::ostringstream unmasked;
+    reader::writeUnmasked(masked.str(), pseudonyms.all(), unmasked);
+    check(codesOf(reader::Report(unmasked.str())) == codesOf(report));
     std::ostringstream json;
     reader::writeJson(report, json);
     check(nlohmann::json::accept(json.str()));

@@ -13,10 +13,16 @@
 
 namespace platform {
 
-/// Puts `bytes` in place of the file `name`, once they are on the disk. On Linux nobody but its
-/// owner may read it; on Windows it has the rights that its folder gives. All but `done` leaves the
-/// file as it was.
-FileOutcome replacePrivateFile(const std::string& name, std::string_view bytes);
+/// Who may read a file that was replaced: those who might before, or whoever may read a new file;
+/// or its owner alone, which Windows leaves to the rights of the folder.
+enum class Readers : std::uint8_t { usual, owner };
+
+/// Puts `bytes` in place of the file `name`, once they are on the disk. All but `done` leaves the
+/// file as it was, and so does a file that may not be written.
+FileOutcome replaceFile(const std::string& name, std::string_view bytes, Readers readers);
+
+/// Whether two names, of which "-" stands for standard input, are those of one file.
+bool isSameFile(const std::string& left, const std::string& right);
 
 /// A lock for those who read a file and then replace it, between processes and between two objects
 /// of one process alike. It is that of a file beside it, "<name>.lock", since the replaced file

@@ -2,125 +2,16 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cstdlib>
 #include <iostream>
-#include <memory>
 #include <new>
 #include <optional>
-#include <sstream>
 
-#include "platform/console.h"
-#include "platform/terminal.h"
-#include "report/check.h"
-#include "report/explanation.h"
+#include "report/commands.h"
 #include "report/files.h"
-#include "report/findings_text.h"
-#include "report/json.h"
-#include "report/map_file.h"
-#include "report/mask.h"
-#include "report/report.h"
-#include "report/report_files.h"
-#include "report/text.h"
-#include "report/unified_diff.h"
+#include "report/output.h"
 
 namespace reader {
 namespace {
-
-constexpr int succeeded = 0;
-constexpr int found = 1;
-constexpr int failed = 2;
-
-bool isSet(const char* variable) {
-  const char* const value = std::getenv(variable);
-  return value != nullptr && *value != '\0';
-}
-
-// A Windows console takes characters, not bytes.
-std::optional<Severity> showFindings(const Report& report, Origin origin, std::size_t width) {
-  const bool isColoured = !isSet("NO_COLOR") && platform::enableTerminalColours();
-  std::stringstream text;
-  const auto gravest = writeFindingsText(report, origin, {width, isColoured}, text);
-  for (std::string line; std::getline(text, line);) platform::printWideLine(toWide(line));
-  return gravest;
-}
-
-// A name as a part of one line.
-std::string shownName(const std::string& name) {
-  std::ostringstream shown;
-  writeShown(shown, name);
-  return shown.str();
-}
-
-int fail(const std::string& reason) {
-  std::cerr << "qbreport: " << reason << '\n';
-  return failed;
-}
-
-struct CheckOptions {
-  Origin origin;
-  bool isPlain;
-  Severity failOn;
-};
-
-int check(const ReportFiles& files, const CheckOptions& options) {
-  const auto width = options.isPlain ? std::nullopt : platform::terminalWidth();
-  std::optional<Severity> gravest;
-  const bool areRead = files.forEach(fail, [&](const std::string& name, const Report& report) {
-    const std::string shown = files.areNamed() ? shownName(name) : "";
-    if (width && files.areNamed()) platform::printWideLine(toWide('\n' + shown + '\n'));
-    const auto most = width ? showFindings(report, options.origin, *width)
-                            : writeFindings(report, options.origin,
-                                            shown + (files.areNamed() ? "\t" : ""), std::cout);
-    gravest = std::max(gravest, most);
-  });
-  if (!areRead) return failed;
-  return gravest >= options.failOn ? found : succeeded;
-}
-
-int json(const ReportFiles& files, Origin origin) {
-  const bool areRead = files.forEach(fail, [&](const std::string& name, const Report& report) {
-    writeJson(report, std::cout, origin, files.areNamed() ? toUtf8(name) : "");
-  });
-  return areRead ? succeeded : failed;
-}
-
-int explain(const std::string& name) {
-  constexpr std::size_t usualWidth = 100;
-  const std::size_t width = platform::terminalWidth().value_or(usualWidth);
-  if (name.empty()) {
-    writeExplanations(width, std::cout);
-    return succeeded;
-  }
-  const std::optional<Code> code = codeNamed(name);
-  if (!code) {
-    std::string names;
-    for (const Code known : allCodes())
-      names.append(names.empty() ? "" : ", ").append(nameOf(known));
-    throw Failure("there is no code " + name + "; the codes are " + names);
-  }
-  writeExplanation(*code, width, std::cout);
-  return succeeded;
-}
-
-int diff(const std::string& nameBefore, const std::string& nameAfter) {
-  const auto before = readReport(nameBefore);
-  const auto after = readReport(nameAfter);
-  const bool differ = writeDifference({nameBefore, *before}, {nameAfter, *after}, std::cout);
-  return differ ? found : succeeded;
-}
-
-// The map is written first: a report whose pseudonyms are lost cannot be told from the next.
-int mask(const std::string& name, const std::optional<std::string>& mapName) {
-  const auto report = readReport(name);
-  std::optional<MapFile> map;
-  if (mapName) map.emplace(*mapName);
-  Pseudonyms pseudonyms(report->bytes(), map ? map->pseudonyms() : std::deque<Pseudonym>());
-  const MaskedParts parts(*report);
-  collectValues(parts, pseudonyms);
-  if (map) map->replace(pseudonyms.all());
-  writeMasked(parts, pseudonyms, std::cout);
-  return succeeded;
-}
 
 Severity severityOf(const std::string& name) {
   if (const auto severity = severityNamed(name)) return *severity;
@@ -141,29 +32,66 @@ class Commands {
     addJson();
     addDiff();
     addMask();
+    addUnmask();
     addExplain();
   }
 
-  /// Raises CLI::ParseError.
+  /// Raises CLI::ParseError and Failure.
   int run(std::vector<std::string> arguments) {
+    if (!arguments.empty()) requireCommand(arguments.front());
     std::ranges::reverse(arguments);
     app_.parse(std::move(arguments));
-    const Origin origin = isOffline_ ? Origin::exports : Origin::server;
-    if (command_ == "check") return check(ReportFiles(reports_), {origin, isPlain_, failOn_});
-    if (command_ == "json") return json(ReportFiles(reports_), origin);
-    if (command_ == "explain") return explain(first_);
-    if (command_ == "diff") return diff(first_, second_);
-    return mask(first_, map_);
+    const ReportFiles reports(reports_);
+    Output output(output_, inputs(reports));
+    const int status = runTo(output.stream(), reports);
+    output.finish();
+    return status;
   }
 
+  /// Raises Failure.
   int tell(const CLI::ParseError& error) {
-    return app_.exit(error, std::cout, std::cerr) == 0 ? succeeded : failed;
+    if (app_.exit(error, std::cout, std::cerr) != 0) return failed;
+    flushStandardOutput();
+    return succeeded;
   }
 
  private:
+  // To the parser a misspelt command is one argument too many.
+  void requireCommand(const std::string& word) const {
+    std::string names;
+    for (const CLI::App* const command : app_.get_subcommands({})) {
+      if (command->get_name() == word) return;
+      names.append(names.empty() ? "" : ", ").append(command->get_name());
+    }
+    if (!word.starts_with('-'))
+      throw Failure("there is no command " + word + "; the commands are " + names);
+  }
+
+  std::vector<std::string> inputs(const ReportFiles& reports) const {
+    std::vector<std::string> names = reports.names();
+    for (const std::string& name : {first_, second_, map_.value_or("")}) {
+      if (!name.empty()) names.push_back(name);
+    }
+    return names;
+  }
+
+  int runTo(std::ostream& out, const ReportFiles& reports) {
+    const Origin origin = isOffline_ ? Origin::exports : Origin::server;
+    if (command_ == "check") return check(reports, {origin, !isPlain_ && !output_, failOn_}, out);
+    if (command_ == "json") return json(reports, origin, out);
+    if (command_ == "explain") return explain(code_, out);
+    if (command_ == "diff") return diff(first_, second_, out);
+    if (command_ == "unmask") return unmask(first_, *map_, out);
+    return mask(first_, map_, out);
+  }
+
   CLI::App* add(const std::string& name, const std::string& description) {
     CLI::App* const command = app_.add_subcommand(name, description);
     command->callback([this, name] { command_ = name; });
+    command
+        ->add_option("-o,--output", output_,
+                     "Writes to this file, which is replaced once all is written")
+        ->type_name("FILE");
     return command;
   }
 
@@ -240,42 +168,59 @@ class Commands {
         "masked.log");
   }
 
+  void addUnmask() {
+    CLI::App* const command =
+        add("unmask", "Writes a masked report, or a text about it, with the values again");
+    command->add_option("TEXT", first_, "The text, or \"-\" for standard input")
+        ->type_name("")
+        ->required();
+    command->add_option("--map", map_, "The file in which mask kept the pseudonyms")
+        ->type_name("FILE")
+        ->required();
+    command->footer(
+        "A pseudonym counts where no letter or digit stands beside it; one that the map does not "
+        "have stays.\nIn a report the values have their bytes, in any other text they are UTF-8.");
+  }
+
   void addExplain() {
     CLI::App* const command = add("explain", "Tells what findings mean, and what to do");
-    command->add_option("CODE", first_, "The code of a finding; all of them where it is not given");
+    command->add_option("CODE", code_, "The code of a finding; all of them where it is not given");
     command->footer("Example: qbreport explain not-wired");
   }
 
   CLI::App app_{"Reads the reports of the Quellbright Domino Module diagnostics.", "qbreport"};
   std::string command_;
   std::vector<std::string> reports_;
+  std::string code_;
   std::string first_;
   std::string second_;
   std::optional<std::string> map_;
+  std::optional<std::string> output_;
   bool isOffline_ = false;
   bool isPlain_ = false;
   Severity failOn_ = Severity::note;
 };
 
-int runUnflushed(const std::vector<std::string>& arguments) {
+int runOrTell(const std::vector<std::string>& arguments) {
   Commands commands;
   try {
     return commands.run(arguments);
   } catch (const CLI::ParseError& error) {
     return commands.tell(error);
-  } catch (const Failure& failure) {
-    return fail(failure.what());
-  } catch (const std::bad_alloc&) {
-    return fail("the report is too large for the memory");
   }
 }
 
 }  // namespace
 
 int runCommand(const std::vector<std::string>& arguments) {
-  const int status = runUnflushed(arguments);
-  std::cout.flush();
-  return std::cout ? status : fail("standard output cannot be written");
+  try {
+    return runOrTell(arguments);
+  } catch (const Failure& failure) {
+    tellFailure(failure.what());
+  } catch (const std::bad_alloc&) {
+    tellFailure("the report is too large for the memory");
+  }
+  return failed;
 }
 
 }  // namespace reader

@@ -8,21 +8,39 @@
 
 namespace reader {
 
-MapFile::MapFile(const std::string& name) : name_(name), lock_(name) {
-  if (name == "-") throw Failure("a map is a file of its own");
-  takeLock();
-  std::string bytes;
-  const platform::FileOutcome outcome = platform::readBytes(name, bytes);
-  if (outcome != platform::FileOutcome::missing) require(outcome, name, "read");
+namespace {
+
+std::unique_ptr<PseudonymMap> mapIn(const std::string& bytes, const std::string& name) {
   try {
-    map_.emplace(bytes);
+    return std::make_unique<PseudonymMap>(bytes);
   } catch (const BadMap& error) {
     throw Failure(name + ": " + error.what());
   }
 }
 
+void requireFile(const std::string& name) {
+  if (name == "-") throw Failure("a map is a file of its own");
+}
+
+}  // namespace
+
+std::unique_ptr<PseudonymMap> readMap(const std::string& name) {
+  requireFile(name);
+  return mapIn(bytesOf(name), name);
+}
+
+MapFile::MapFile(const std::string& name) : name_(name), lock_(name) {
+  requireFile(name);
+  takeLock();
+  std::string bytes;
+  const platform::FileOutcome outcome = platform::readBytes(name, bytes);
+  if (outcome != platform::FileOutcome::missing) require(outcome, name, "read");
+  map_ = mapIn(bytes, name);
+}
+
 void MapFile::replace(const std::deque<Pseudonym>& pseudonyms) {
-  require(platform::replacePrivateFile(name_, asMap(pseudonyms)), name_, "written");
+  require(platform::replaceFile(name_, asMap(pseudonyms), platform::Readers::owner), name_,
+          "written");
   lock_.release();
 }
 

@@ -2,13 +2,16 @@
 #pragma once
 
 #include <deque>
-#include <optional>
+#include <memory>
 #include <string>
 
 #include "platform/replaced_files.h"
 #include "report/pseudonym_map.h"
 
 namespace reader {
+
+/// The map of a file. Raises Failure.
+std::unique_ptr<PseudonymMap> readMap(const std::string& name);
 
 /// Has the file to itself from before it is read until it is replaced: of two runs that read the
 /// same map each would give its number to another value.
@@ -28,7 +31,7 @@ class MapFile {
 
   std::string name_;
   platform::ReplacementLock lock_;
-  std::optional<PseudonymMap> map_{};
+  std::unique_ptr<PseudonymMap> map_{};
 };
 
 }  // namespace reader

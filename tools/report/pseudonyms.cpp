@@ -42,6 +42,17 @@ std::string textOf(const Pseudonym& pseudonym) {
   return std::string(around.before) + number + std::string(around.behind);
 }
 
+std::string_view pseudonymAt(std::string_view text) {
+  for (const auto& [before, behind] : words) {
+    if (!text.starts_with(before)) continue;
+    const std::string_view digits = digitsAt(text, before.size());
+    const std::size_t size = before.size() + digits.size();
+    if (!digits.empty() && text.substr(size).starts_with(behind))
+      return text.substr(0, size + behind.size());
+  }
+  return {};
+}
+
 Pseudonyms::Pseudonyms(std::string_view report, const std::deque<Pseudonym>& earlier)
     : mostNumbers_(report.size() + earlier.size()) {
   // Of millions of values each that is looked at in vain costs more than an empty place.

@@ -22,6 +22,9 @@ struct Pseudonym {
 
 std::string textOf(const Pseudonym& pseudonym);
 
+/// What at the beginning of `text` looks like one; empty if nothing does.
+std::string_view pseudonymAt(std::string_view text);
+
 /// Whose number is that of the value the first to be seen, and the same whenever it is seen again.
 /// It leans on the texts of the values, which outlive it.
 class Pseudonyms {

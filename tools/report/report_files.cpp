@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "report/files.h"
+#include "report/output.h"
 
 namespace reader {
 namespace {
@@ -59,19 +60,26 @@ void ReportFiles::addFolder(const std::string& name) {
   for (const std::string& file : found) files_.push_back({name + '/' + file, ""});
 }
 
-bool ReportFiles::forEach(const std::function<void(const std::string&)>& tell,
-                          const Take& take) const {
-  bool areRead = true;
-  for (const File& file : files_) {
+bool ReportFiles::forEach(const Take& take) const {
+  std::size_t readCount = 0;
+  for (std::size_t at = 0; at < files_.size(); ++at) {
+    const File& file = files_[at];
     try {
       if (!file.failure.empty()) throw Failure(file.failure);
       take(file.name, *readReport(file.name));
+      ++readCount;
     } catch (const Failure& failure) {
-      tell(failure.what());
-      areRead = false;
+      if (readCount == 0 && at + 1 == files_.size()) throw;
+      tellFailure(failure.what());
     }
   }
-  return areRead;
+  return readCount == files_.size();
+}
+
+std::vector<std::string> ReportFiles::names() const {
+  std::vector<std::string> names;
+  for (const File& file : files_) names.push_back(file.name);
+  return names;
 }
 
 }  // namespace reader

@@ -23,9 +23,12 @@ class ReportFiles {
 
   using Take = std::function<void(const std::string& name, const Report& report)>;
 
-  /// Hands out one report after the other, and tells why where one cannot be read. False if there
-  /// is such a one.
-  bool forEach(const std::function<void(const std::string& reason)>& tell, const Take& take) const;
+  /// Hands out one report after the other, and tells of those that cannot be read. False if there
+  /// are such, but raises Failure if all are.
+  bool forEach(const Take& take) const;
+
+  /// Of all the files that are read.
+  std::vector<std::string> names() const;
 
  private:
   struct File {

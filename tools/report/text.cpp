@@ -28,6 +28,13 @@ std::string takeCharacter(std::string_view& bytes) {
   return platform::wideToUtf8({wide.data(), length});
 }
 
+// Empty if it is no UTF-8.
+std::u16string wideOf(std::string_view utf8) {
+  std::u16string wide(utf8.size(), u'\0');
+  wide.resize(platform::narrowToWide(utf8Page, true, utf8, wide).length);
+  return wide;
+}
+
 }  // namespace
 
 std::string toUtf8(std::string_view bytes) {
@@ -43,20 +50,16 @@ std::string toUtf8(std::string_view bytes) {
   return text;
 }
 
+std::u16string toWide(std::string_view bytes) { return wideOf(toUtf8(bytes)); }
+
 std::string latin1ToUtf8(std::string_view latin1) {
   std::u16string wide(latin1.size(), u'\0');
   platform::narrowToWide(latin1Page, false, latin1, wide);
   return platform::wideToUtf8(wide);
 }
 
-std::u16string toWide(std::string_view utf8) {
-  std::u16string wide(utf8.size(), u'\0');
-  wide.resize(platform::narrowToWide(utf8Page, true, utf8, wide).length);
-  return wide;
-}
-
 std::string toLatin1(std::string_view utf8) {
-  const std::u16string wide = toWide(utf8);
+  const std::u16string wide = wideOf(utf8);
   const bool isLatin1 = std::ranges::all_of(wide, [](char16_t unit) { return unit <= 0xFF; });
   return isLatin1 ? std::string(wide.begin(), wide.end()) : std::string();
 }

@@ -11,8 +11,8 @@ namespace reader {
 /// that of windows-1252. A report does not name its character set.
 std::string toUtf8(std::string_view bytes);
 
-/// UTF-8 as 16-bit units.
-std::u16string toWide(std::string_view utf8);
+/// The same as 16-bit units.
+std::u16string toWide(std::string_view bytes);
 
 /// UTF-8 of bytes that are Latin-1: any bytes, each as the character of its number.
 std::string latin1ToUtf8(std::string_view latin1);

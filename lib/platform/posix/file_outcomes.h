@@ -10,7 +10,18 @@ namespace platform {
 inline FileOutcome outcomeOf(int error) {
   switch (error) {
     case ENOENT:
+    case ENOTDIR:
       return FileOutcome::missing;
+    case EISDIR:
+      return FileOutcome::folder;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+      return FileOutcome::denied;
+    case EDQUOT:
+    case EFBIG:
+    case ENOSPC:
+      return FileOutcome::full;
     default:
       return FileOutcome::failed;
   }

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 #include "platform/posix/file_outcomes.h"
@@ -30,28 +31,67 @@ std::string followed(std::string name) {
 
 int descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
 
+bool isSame(const struct stat& left, const struct stat& right) {
+  return left.st_dev == right.st_dev && left.st_ino == right.st_ino;
+}
+
+bool statusOf(const std::string& name, struct stat& status) {
+  return (name == "-" ? ::fstat(STDIN_FILENO, &status) : ::stat(name.c_str(), &status)) == 0;
+}
+
 // Whoever had the lock before may have removed the file when it was opened here already.
 bool isNamed(int file, const std::string& name) {
   struct stat opened {};
   struct stat named {};
-  return ::fstat(file, &opened) == 0 && ::stat(name.c_str(), &named) == 0 &&
-         opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+  return ::fstat(file, &opened) == 0 && ::stat(name.c_str(), &named) == 0 && isSame(opened, named);
+}
+
+// Whether a file may be replaced, or made; its status if it is there. Its folder may allow what its
+// own rights do not.
+FileOutcome fitnessOf(const std::string& name, std::optional<struct stat>& before) {
+  struct stat status {};
+  if (::stat(name.c_str(), &status) != 0)
+    return errno == ENOENT ? FileOutcome::done : outcomeOf(errno);
+  if (S_ISDIR(status.st_mode)) return FileOutcome::folder;
+  if (!S_ISREG(status.st_mode)) return FileOutcome::special;
+  before = status;
+  return ::access(name.c_str(), W_OK) == 0 ? FileOutcome::done : outcomeOf(errno);
+}
+
+// The new file, which its owner alone may read, gets the rights of that before, if there was one.
+void setRights(int file, const std::optional<struct stat>& before, Readers readers) {
+  if (before) {
+    [[maybe_unused]] const int ignored = ::fchown(file, before->st_uid, before->st_gid);
+  }
+  if (readers == Readers::owner) return;
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  ::fchmod(file, before ? before->st_mode & 0777 : 0666 & ~mask);
 }
 
 }  // namespace
 
-FileOutcome replacePrivateFile(const std::string& name, std::string_view bytes) {
+FileOutcome replaceFile(const std::string& name, std::string_view bytes, Readers readers) {
   const std::string target = followed(name);
+  std::optional<struct stat> before;
+  const FileOutcome fitness = fitnessOf(target, before);
+  if (fitness != FileOutcome::done) return fitness;
   std::string beside = target + ".XXXXXX";
   const int file = ::mkstemp(beside.data());
   if (file < 0) return outcomeOf(errno);
-  const bool written = writeAll(file, bytes) && ::fsync(file) == 0;
-  const bool closed = ::close(file) == 0;
-  if (written && closed && std::rename(beside.c_str(), target.c_str()) == 0)
-    return FileOutcome::done;
-  const FileOutcome outcome = outcomeOf(errno);
-  ::unlink(beside.c_str());
+  setRights(file, before, readers);
+  const bool isWritten = writeAll(file, bytes) && ::fsync(file) == 0;
+  FileOutcome outcome = isWritten ? FileOutcome::done : outcomeOf(errno);
+  ::close(file);
+  if (isWritten && std::rename(beside.c_str(), target.c_str()) != 0) outcome = outcomeOf(errno);
+  if (outcome != FileOutcome::done) ::unlink(beside.c_str());
   return outcome;
+}
+
+bool isSameFile(const std::string& left, const std::string& right) {
+  struct stat statuses[2] = {};
+  return statusOf(left, statuses[0]) && statusOf(right, statuses[1]) &&
+         isSame(statuses[0], statuses[1]);
 }
 
 ReplacementLock::ReplacementLock(const std::string& name) : file_(followed(name) + ".lock") {}

@@ -23,6 +23,12 @@ std::string toUtf8(const wchar_t* text) {
   return wideToUtf8(std::u16string_view(reinterpret_cast<const char16_t*>(text), wcslen(text)));
 }
 
+// The system calls a folder one that it denies.
+bool isFolder(const std::wstring& name) {
+  const DWORD attributes = GetFileAttributesW(name.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
 FileOutcome readAll(HANDLE file, std::string& bytes) {
   constexpr DWORD piece = 1U << 20;
   LARGE_INTEGER fileSize{};
@@ -61,10 +67,14 @@ bool prepareByteStreams() {
 
 FileOutcome readBytes(const std::string& name, std::string& bytes) {
   if (name == "-") return readAll(GetStdHandle(STD_INPUT_HANDLE), bytes);
-  const HANDLE file = CreateFileW(nativeName(name).c_str(), GENERIC_READ,
+  const std::wstring native = nativeName(name);
+  const HANDLE file = CreateFileW(native.c_str(), GENERIC_READ,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return outcomeOf(GetLastError());
+  if (file == INVALID_HANDLE_VALUE) {
+    const FileOutcome outcome = outcomeOf(GetLastError());
+    return isFolder(native) ? FileOutcome::folder : outcome;
+  }
   const FileOutcome outcome = readAll(file, bytes);
   CloseHandle(file);
   return outcome;

@@ -21,9 +21,20 @@ inline std::wstring nativeName(const std::string& name) {
 inline FileOutcome outcomeOf(DWORD error) {
   switch (error) {
     case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_INVALID_NAME:
+    case ERROR_BAD_NETPATH:
+    case ERROR_BAD_NET_NAME:
       return FileOutcome::missing;
+    case ERROR_ACCESS_DENIED:
+    case ERROR_WRITE_PROTECT:
+      return FileOutcome::denied;
+    case ERROR_LOCK_VIOLATION:
     case ERROR_SHARING_VIOLATION:
       return FileOutcome::busy;
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+      return FileOutcome::full;
     default:
       return FileOutcome::failed;
   }

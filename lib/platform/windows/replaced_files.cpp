@@ -16,20 +16,42 @@ std::string toUtf8(const std::wstring& text) {
   return wideToUtf8({reinterpret_cast<const char16_t*>(text.data()), text.size()});
 }
 
+// A handle by which nothing of the file can be read or written.
+HANDLE openToAsk(const std::wstring& name) {
+  return CreateFileW(name.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                     nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+}
+
+bool informationOf(const std::string& name, BY_HANDLE_FILE_INFORMATION& information) {
+  if (name == "-")
+    return GetFileInformationByHandle(GetStdHandle(STD_INPUT_HANDLE), &information) != 0;
+  const HANDLE file = openToAsk(nativeName(name));
+  const bool isKnown = GetFileInformationByHandle(file, &information) != 0;
+  CloseHandle(file);
+  return isKnown;
+}
+
 // The name of the file that a link leads to; empty if there is none.
 std::wstring followed(const std::wstring& name) {
   const DWORD attributes = GetFileAttributesW(name.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
     return name;
-  const HANDLE file =
-      CreateFileW(name.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  const HANDLE file = openToAsk(name);
   if (file == INVALID_HANDLE_VALUE) return {};
   constexpr DWORD longestPath = 1U << 15;
   std::wstring target(longestPath, L'\0');
   target.resize(GetFinalPathNameByHandleW(file, target.data(), longestPath, FILE_NAME_NORMALIZED));
   CloseHandle(file);
   return target;
+}
+
+// Whether a file may be replaced, or made.
+FileOutcome fitnessOf(const std::wstring& name) {
+  if (name.empty()) return FileOutcome::missing;
+  const DWORD attributes = GetFileAttributesW(name.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) return FileOutcome::done;
+  if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return FileOutcome::folder;
+  return (attributes & FILE_ATTRIBUTE_READONLY) != 0 ? FileOutcome::denied : FileOutcome::done;
 }
 
 // A file that is on its way out denies everything, its attributes too.
@@ -41,9 +63,10 @@ bool isBeingRemoved(const std::wstring& name) {
 
 }  // namespace
 
-FileOutcome replacePrivateFile(const std::string& name, std::string_view bytes) {
+FileOutcome replaceFile(const std::string& name, std::string_view bytes, Readers /*readers*/) {
   const std::wstring target = followed(nativeName(name));
-  if (target.empty()) return FileOutcome::missing;
+  const FileOutcome fitness = fitnessOf(target);
+  if (fitness != FileOutcome::done) return fitness;
   const std::wstring beside = target + L"." + std::to_wstring(GetCurrentProcessId()) + L".tmp";
   const HANDLE file = CreateFileW(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                   FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -57,6 +80,14 @@ FileOutcome replacePrivateFile(const std::string& name, std::string_view bytes) 
   if (written) outcome = outcomeOf(GetLastError());
   DeleteFileW(beside.c_str());
   return outcome;
+}
+
+bool isSameFile(const std::string& left, const std::string& right) {
+  BY_HANDLE_FILE_INFORMATION files[2] = {};
+  return informationOf(left, files[0]) && informationOf(right, files[1]) &&
+         files[0].dwVolumeSerialNumber == files[1].dwVolumeSerialNumber &&
+         files[0].nFileIndexHigh == files[1].nFileIndexHigh &&
+         files[0].nFileIndexLow == files[1].nFileIndexLow;
 }
 
 ReplacementLock::ReplacementLock(const std::string& name) {

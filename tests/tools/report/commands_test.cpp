@@ -26,7 +26,7 @@ class Commands : public testing::Test {
         "failing",
         test::reportOf(start + "@Could not count users: x\a\xc3\xa9\x80\x81\xc2\x9f\n" + end));
     test::writeFile("-later", test::reportOf("@a\n"));
-    test::writeFile("text", "no report\n");
+    test::writeFile("text", "no report on text-1\n");
     fs::create_directory("empty");
     fs::create_directory("logs");
     fs::copy_file("failing", "logs/b-DIAGNOSTIC-.log");
@@ -86,7 +86,9 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
   test::writeFile("text",
                   test::reportOf("@STARTING LOG\n@Could not count users: " + longText + "\n"));
   EXPECT_NE(run("check text").output.find(" " + longText + "\t"), std::string::npos);
+  EXPECT_EQ(test::contentOf("out"), run("mask report").output);
   if (fs::path::preferred_separator == '/') {
+    EXPECT_EQ(fs::status("out").permissions(), fs::status("report").permissions());
     EXPECT_EQ(fs::status("map").permissions(), fs::perms::owner_read | fs::perms::owner_write);
     for (const std::string words : {"check failing", "json report", "diff report failing",
                                     "mask report", "explain", "--help"}) {
@@ -101,7 +103,7 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
         << "a map that is not written, and words that are not either";
   }
   EXPECT_EQ(test::contentOf("map"), "{\"format\":1,\"values\":{\n\"text\":{\n\"\xc3\xa9\":1}}}\n");
-  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 8) << "a file was left beside the map";
+  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 9) << "a file was left beside another";
 }
 
 // The map is an empty file at first, and has a second name.
