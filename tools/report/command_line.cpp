@@ -179,7 +179,8 @@ class Commands {
         ->required();
     command->footer(
         "A pseudonym counts where no letter or digit stands beside it; one that the map does not "
-        "have stays.\nIn a report the values have their bytes, in any other text they are UTF-8.");
+        "have stays.\nIn a report the values have their bytes, in any other text they are UTF-8.\n"
+        "Example: qbreport unmask --map names.map answer.txt");
   }
 
   void addExplain() {

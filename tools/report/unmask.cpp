@@ -5,6 +5,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "report/foreign_text.h"
 #include "report/lines.h"
 #include "report/masked_parts.h"
 #include "report/report.h"
@@ -106,6 +107,7 @@ void writeUnmasked(const std::string& text, const std::deque<Pseudonym>& pseudon
     });
     unmasker.copyUntil(report.bytes().size());
   } catch (const NoReport&) {
+    if (isWide(text)) return writeUnmasked(wideAsUtf8(text), pseudonyms, out);
     Unmasker(text, valuesOf(pseudonyms, toUtf8), out).copyUntil(text.size());
   }
 }
