@@ -33,8 +33,8 @@ class KnownValues {
   struct Form {
     std::string_view value;
     std::string_view text;  // the value in small letters
-    const Pseudonym* pseudonym;
-    const Form* shorter;  // the longest of those that it begins with
+    const Pseudonym* pseudonym = nullptr;
+    const Form* shorter = nullptr;  // the longest of those that it begins with
   };
   struct Range {
     std::size_t begin;

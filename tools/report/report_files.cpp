@@ -57,7 +57,8 @@ void ReportFiles::addFolder(const std::string& name) {
     files_.push_back({name, name + ": the folder holds no report, as *-DIAGNOSTIC-*.log"});
   }
   std::ranges::sort(found);
-  for (const std::string& file : found) files_.push_back({name + '/' + file, ""});
+  for (const std::string& file : found)
+    files_.push_back({std::string(name).append("/").append(file), ""});
 }
 
 bool ReportFiles::forEach(const Take& take) const {
