@@ -30,6 +30,7 @@ class Commands {
         "Exit status: 0 nothing found or all done, 1 findings or differences, 2 a failure.");
     addCheck();
     addJson();
+    addHtml();
     addDiff();
     addMask();
     addUnmask();
@@ -79,6 +80,7 @@ class Commands {
     const Origin origin = isOffline_ ? Origin::exports : Origin::server;
     if (command_ == "check") return check(reports, {origin, !isPlain_ && !output_, failOn_}, out);
     if (command_ == "json") return json(reports, origin, out);
+    if (command_ == "html") return html(reports, title_, origin, out);
     if (command_ == "explain") return explain(code_, out);
     if (command_ == "diff") return diff(first_, second_, out);
     if (command_ == "unmask") return unmask(first_, *map_, out);
@@ -110,7 +112,8 @@ class Commands {
         "On a terminal findings show as text. Elsewhere, and with --plain, each is a line with a "
         "code, the\nsection, the number of the line, the line, what it means, its severity (error, "
         "warning or note), and\nwhat to do, with tabs between them. qbreport explain CODE tells "
-        "more.\n"
+        "more. With several reports, or a folder, each line begins\nwith the name of its report "
+        "and a tab.\n"
         "Exit status: 0 without findings, 1 with findings.\n"
         "Example: qbreport check --fail-on error Quellbright-DIAGNOSTIC-20261115050311.log");
   }
@@ -121,16 +124,23 @@ class Commands {
     addOffline(command);
     command->footer(
         "The form is that of report.schema.json, which lies beside the program or in "
-        "/usr/share/qbdiagnostics.\n"
+        "/usr/share/qbdiagnostics;\neach of several reports, or of a folder, is a line.\n"
         "Example: qbreport json Quellbright-DIAGNOSTIC-20261115050311.log > report.json");
   }
 
+  void addHtml() {
+    CLI::App* const command = add("html", "Writes one page of reports, for a browser");
+    addReports(command);
+    addOffline(command);
+    command->add_option("--title", title_, "What stands at the top of the page")->type_name("TEXT");
+    command->footer(
+        "The page needs nothing else, holds no script, and loads nothing: it can be mailed and "
+        "kept.\nExit status: 0, with findings or without.\n"
+        "Example: qbreport html -o servers.html reports");
+  }
+
   void addReports(CLI::App* command) {
-    command
-        ->add_option(
-            "REPORT", reports_,
-            "The reports; a folder stands for those in it. With several, or a folder, each "
-            "line tells which of them it is of")
+    command->add_option("REPORT", reports_, "The reports; a folder stands for those in it")
         ->required();
   }
 
@@ -192,6 +202,7 @@ class Commands {
   CLI::App app_{"Reads the reports of the Quellbright Domino Module diagnostics.", "qbreport"};
   std::string command_;
   std::vector<std::string> reports_;
+  std::string title_ = "Quellbright Domino Module diagnostics";
   std::string code_;
   std::string first_;
   std::string second_;

@@ -14,6 +14,7 @@
 #include "report/json.h"
 #include "report/map_file.h"
 #include "report/mask.h"
+#include "report/page/page.h"
 #include "report/text.h"
 #include "report/unified_diff.h"
 #include "report/unmask.h"
@@ -47,22 +48,39 @@ std::string shownName(const std::string& name) {
 int check(const ReportFiles& files, const CheckOptions& options, std::ostream& out) {
   const auto width = options.isForPeople ? platform::terminalWidth() : std::nullopt;
   std::optional<Severity> gravest;
-  const bool areRead = files.forEach([&](const std::string& name, const Report& report) {
-    const std::string shown = files.areNamed() ? shownName(name) : "";
-    if (width && files.areNamed()) platform::printWideLine(toWide('\n' + shown + '\n'));
-    const auto most =
-        width ? showFindings(report, options.origin, *width)
-              : writeFindings(report, options.origin, shown + (files.areNamed() ? "\t" : ""), out);
-    gravest = std::max(gravest, most);
-  });
+  const bool areRead =
+      files.forEach([&](const std::string& name, const std::unique_ptr<Report>& report) {
+        const std::string shown = files.areNamed() ? shownName(name) : "";
+        if (width && files.areNamed()) platform::printWideLine(toWide('\n' + shown + '\n'));
+        const auto most = width ? showFindings(*report, options.origin, *width)
+                                : writeFindings(*report, options.origin,
+                                                shown + (files.areNamed() ? "\t" : ""), out);
+        gravest = std::max(gravest, most);
+      });
   if (!areRead) return failed;
   return gravest >= options.failOn ? found : succeeded;
 }
 
 int json(const ReportFiles& files, Origin origin, std::ostream& out) {
-  const bool areRead = files.forEach([&](const std::string& name, const Report& report) {
-    writeJson(report, out, origin, files.areNamed() ? toUtf8(name) : "");
-  });
+  const bool areRead =
+      files.forEach([&](const std::string& name, const std::unique_ptr<Report>& report) {
+        writeJson(*report, out, origin, files.areNamed() ? toUtf8(name) : "");
+      });
+  return areRead ? succeeded : failed;
+}
+
+int html(const ReportFiles& files, const std::string& title, Origin origin, std::ostream& out) {
+  std::vector<ShownReport> reports;
+  const auto add = [&reports](const std::string& name) -> ShownReport& {
+    reports.push_back({reports.size() + 1, name == "-" ? "standard input" : lastPartOf(name)});
+    return reports.back();
+  };
+  const bool areRead = files.forEach(
+      [&](const std::string& name, std::unique_ptr<Report> report) {
+        add(name).report = std::move(report);
+      },
+      [&](const std::string& name, const std::string& reason) { add(name).failure = reason; });
+  writePage(reports, title, origin, out);
   return areRead ? succeeded : failed;
 }
 

@@ -24,6 +24,9 @@ int check(const ReportFiles& files, const CheckOptions& options, std::ostream& o
 
 int json(const ReportFiles& files, Origin origin, std::ostream& out);
 
+/// One page of all reports. It writes nothing if none can be read.
+int html(const ReportFiles& files, const std::string& title, Origin origin, std::ostream& out);
+
 /// All codes where `code` is empty.
 int explain(const std::string& code, std::ostream& out);
 

@@ -31,7 +31,7 @@ const char* reasonOf(FileOutcome outcome) {
 
 void require(FileOutcome outcome, const std::string& name, const char* request) {
   if (outcome != FileOutcome::done)
-    throw Failure(name + ": it cannot be " + request + reasonOf(outcome));
+    throw Failure(name, std::string("it cannot be ") + request + reasonOf(outcome));
 }
 
 std::string bytesOf(const std::string& name) {

@@ -11,7 +11,15 @@ namespace reader {
 /// What the program cannot do, in words for the user.
 class Failure : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit Failure(const std::string& reason) : runtime_error(reason), reason_(reason) {}
+  Failure(const std::string& file, const std::string& reason)
+      : runtime_error(file + ": " + reason), reason_(reason) {}
+
+  /// Without the file's name.
+  const std::string& reason() const { return reason_; }
+
+ private:
+  std::string reason_;
 };
 
 /// Raises Failure unless a request for the file `name` is done: that it cannot be `read`, or what

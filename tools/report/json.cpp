@@ -2,69 +2,25 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
-#include <vector>
+#include <utility>
 
-#include "report/entry_reader.h"
 #include "report/findings.h"
+#include "report/section_content.h"
 #include "report/text.h"
 
 namespace reader {
 namespace {
 
 using Json = nlohmann::ordered_json;
-using Entries = std::span<const EntryNumber>;
 
 constexpr std::array targetNames = {
     "",        "error", "",         "variables", "checks",          "files",   "fields",  "rows",
     "filters", "books", "messages", "result",    "import_messages", "entries", "updates", "events"};
 
 const char* nameOf(Target target) { return targetNames.at(static_cast<std::size_t>(target)); }
-
-constexpr std::uint32_t bit(Target target) { return 1U << static_cast<unsigned>(target); }
-
-// What a section has besides its name and time.
-std::vector<Target> targetsOf(Section section) {
-  switch (section) {
-    case Section::systemEnvironment:
-      return {Target::variables};
-    case Section::dominoEnvironmentVariables:
-      return {Target::checks};
-    case Section::fileCheck:
-      return {Target::files};
-    case Section::customerProfile:
-    case Section::serverProfile:
-      return {Target::fields};
-    case Section::filteredUsers:
-    case Section::access:
-      return {Target::itself};
-    case Section::configuration:
-      return {Target::rows};
-    case Section::senderFilter:
-      return {Target::filters};
-    case Section::loadingDirectory:
-      return {Target::books, Target::messages, Target::result, Target::importMessages};
-    case Section::importing:
-      return {Target::books, Target::messages, Target::entries, Target::result,
-              Target::importMessages};
-    case Section::installedUpdates:
-      return {Target::updates};
-    case Section::events:
-      return {Target::events};
-    default:
-      return {};
-  }
-}
-
-// yyyymmddhhmmss as yyyy-mm-ddThh:mm:ss
-std::string asText(std::uint64_t time) {
-  constexpr std::size_t size = 14;
-  std::string text = std::to_string(time);
-  text.insert(0, size - text.size(), '0');
-  return text.insert(12, ":").insert(10, ":").insert(8, "T").insert(6, "-").insert(4, "-");
-}
 
 bool isPlain(char byte) { return byte >= ' ' && byte <= '~' && byte != '"' && byte != '\\'; }
 
@@ -89,167 +45,77 @@ Json valueOf(const Value& value) {
   }
 }
 
-// The label of a row stands in front of its dots.
-std::string_view trimmedLabel(std::string_view label) {
-  return label.substr(0, label.find_last_not_of(' ') + 1);
+Json jsonOf(const Object& object) {
+  Json json = Json::object();
+  for (const Value& value : object) json[std::string(value.key)] = valueOf(value);
+  return json;
 }
 
-void addValues(Json& object, const Match& match) {
-  for (Value value : match.all()) {
-    if (value.key.empty()) continue;
-    if (match.form->target == Target::rows && value.key == "label")
-      value.text = trimmedLabel(value.text);
-    object[std::string(value.key)] = valueOf(value);
-  }
-}
-
-// Writes one section. Each of its fields takes a walk along the lines of its own.
+// Writes one section. What it holds goes out as it is read.
 class SectionWriter {
  public:
-  SectionWriter(const Report& report, Entries entries, std::ostream& out)
-      : report_(report), entries_(entries), out_(out) {}
+  SectionWriter(const SectionContent& content, std::ostream& out) : content_(content), out_(out) {}
 
   void write() {
-    const Entry& first = report_.entries()[entries_.front()];
-    survey();
-    out_ << R"({"name":)" << Json(reader::nameOf(first.section)) << R"(,"time":)"
-         << Json(asText(first.time));
-    const bool failed = has(Target::error);
-    for (const Target target : targetsOf(first.section)) {
-      if (!failed || has(target)) writeField(target);
-    }
-    if (failed) writeError();
-    if (hasOther_) writeOther();
+    out_ << R"({"name":)" << Json(reader::nameOf(content_.section())) << R"(,"time":)"
+         << Json(content_.time());
+    for (const Target target : content_.targets()) writeField(target);
+    if (content_.error()) out_ << R"(,"error":)" << Json(toUtf8(*content_.error()));
+    if (content_.hasOther()) writeOther();
     out_ << '}';
   }
 
  private:
-  void forEach(const std::function<void(const Reading&)>& take) const {
-    for (const EntryNumber number : entries_) {
-      EntryReader reader(report_, number);
-      for (Reading reading{}; reader.next(reading);) take(reading);
-    }
-  }
-
-  void forEach(Target target, const std::function<void(const Reading&)>& take) const {
-    forEach([&](const Reading& reading) {
-      if (reading.match.form != nullptr && reading.match.form->target == target) take(reading);
-    });
-  }
-
-  void survey() {
-    int errors = 0;
-    forEach([&](const Reading& reading) {
-      if (reading.match.form != nullptr) present_ |= bit(reading.match.form->target);
-      hasOther_ = hasOther_ || reading.isOther() || (isError(reading) && errors++ > 0);
-    });
-  }
-
-  bool has(Target target) const { return (present_ & bit(target)) != 0; }
-
-  static bool isError(const Reading& reading) {
-    return reading.match.form != nullptr && reading.match.form->target == Target::error;
-  }
-
   void writeField(Target target) {
-    if (target == Target::itself || target == Target::result) {
-      writeObject(target);
-      return;
+    if (target == Target::itself) {
+      const Json fields = jsonOf(content_.object(target));
+      for (const auto& [key, value] : fields.items()) out_ << ',' << Json(key) << ':' << value;
+    } else if (target == Target::result) {
+      out_ << R"(,"result":)" << jsonOf(content_.object(target));
+    } else {
+      writeList(target);
     }
+  }
+
+  void writeList(Target target) {
     out_ << ',' << Json(nameOf(target)) << ":[";
+    const char* separator = "";
     if (target == Target::messages || target == Target::importMessages) {
-      writeTexts(target);
-    } else if (has(target)) {
-      writeObjects(target);
+      content_.forEachMessage(target, [&](std::string_view text) {
+        out_ << std::exchange(separator, ",");
+        writeText(out_, text);
+      });
+    } else {
+      content_.forEachObject(target, [&](const Object& object) {
+        out_ << std::exchange(separator, ",") << jsonOf(object);
+      });
     }
     out_ << ']';
   }
 
-  void writeObject(Target target) {
-    Json object = Json::object();
-    forEach(target, [&](const Reading& reading) { addValues(object, reading.match); });
-    if (target == Target::result) {
-      out_ << R"(,"result":)" << object;
-      return;
-    }
-    for (const auto& [key, value] : object.items()) out_ << ',' << Json(key) << ':' << value;
-  }
-
-  void writeTexts(Target target) {
-    const char* separator = "";
-    forEach(target, [&](const Reading& reading) {
-      out_ << separator;
-      writeText(out_, withoutTabs(reading.text));
-      separator = ",";
-    });
-  }
-
-  void writeObjects(Target target) {
-    const char* separator = "";
-    Json object;
-    const auto flush = [&] {
-      if (object.is_null()) return;
-      out_ << separator << object;
-      separator = ",";
-    };
-    forEach(target, [&](const Reading& reading) {
-      if (reading.match.form->rank == 0) {
-        flush();
-        object = Json::object();
-      }
-      addValues(object, reading.match);
-    });
-    flush();
-  }
-
-  void writeError() {
-    bool isFirst = true;
-    forEach(Target::error, [&](const Reading& reading) {
-      if (isFirst) out_ << R"(,"error":)" << Json(toUtf8(reading.text));
-      isFirst = false;
-    });
-  }
-
-  // A second failure of one section is a line like others.
   void writeOther() {
     const char* separator = "";
-    bool hadError = false;
     out_ << R"(,"lines":[)";
-    forEach([&](const Reading& reading) {
-      if (reading.isOther() || (isError(reading) && hadError)) {
-        out_ << separator;
-        writeText(out_, reading.text);
-        separator = ",";
-      }
-      hadError = hadError || isError(reading);
+    content_.forEachOther([&](std::string_view text) {
+      out_ << std::exchange(separator, ",");
+      writeText(out_, text);
     });
     out_ << ']';
   }
 
-  const Report& report_;
-  Entries entries_;
+  const SectionContent& content_;
   std::ostream& out_;
-  std::uint32_t present_ = 0;
-  bool hasOther_ = false;
 };
 
-Json startOf(const Report& report, const Run& run) {
-  for (const EntryNumber number : run.entries) {
-    const Entry& entry = report.entries()[number];
-    if (entry.section == Section::startingLog) return Json(asText(entry.time));
-  }
-  return Json();
-}
-
 void writeRun(const Report& report, const Run& run, std::ostream& out) {
-  out << R"({"started":)" << startOf(report, run) << R"(,"process":)" << run.process
+  const std::optional<std::string> start = startOf(report, run);
+  out << R"({"started":)" << (start ? Json(*start) : Json()) << R"(,"process":)" << run.process
       << R"(,"thread":)" << run.thread << R"(,"complete":)" << Json(isComplete(report, run))
       << R"(,"sections":[)";
   const char* separator = "";
-  for (Entries rest = run.entries; !rest.empty();) {
-    out << separator;
-    SectionWriter(report, report.takeSection(rest), out).write();
-    separator = ",";
+  for (std::span<const EntryNumber> rest = run.entries; !rest.empty();) {
+    out << std::exchange(separator, ",");
+    SectionWriter(SectionContent(report, report.takeSection(rest)), out).write();
   }
   out << "]}";
 }

@@ -25,8 +25,13 @@ std::unique_ptr<Report> readReport(const std::string& name) {
   try {
     return std::make_unique<Report>(bytesOf(name));
   } catch (const NoReport& error) {
-    throw Failure(name + ": " + error.what());
+    throw Failure(name, error.what());
   }
+}
+
+std::string lastPartOf(const std::string& name) {
+  const std::u8string last = pathOf(name).filename().u8string();
+  return {last.begin(), last.end()};
 }
 
 ReportFiles::ReportFiles(const std::vector<std::string>& names) : areNamed_(names.size() > 1) {
@@ -52,26 +57,27 @@ void ReportFiles::addFolder(const std::string& name) {
       found.emplace_back(file.begin(), file.end());
   }
   if (error) {
-    files_.push_back({name, name + ": " + error.message()});
+    files_.push_back({name, error.message()});
   } else if (found.empty()) {
-    files_.push_back({name, name + ": the folder holds no report, as *-DIAGNOSTIC-*.log"});
+    files_.push_back({name, "the folder holds no report, as *-DIAGNOSTIC-*.log"});
   }
   std::ranges::sort(found);
   for (const std::string& file : found)
     files_.push_back({std::string(name).append("/").append(file), ""});
 }
 
-bool ReportFiles::forEach(const Take& take) const {
+bool ReportFiles::forEach(const Take& take, const Miss& miss) const {
   std::size_t readCount = 0;
   for (std::size_t at = 0; at < files_.size(); ++at) {
     const File& file = files_[at];
     try {
-      if (!file.failure.empty()) throw Failure(file.failure);
-      take(file.name, *readReport(file.name));
+      if (!file.failure.empty()) throw Failure(file.name, file.failure);
+      take(file.name, readReport(file.name));
       ++readCount;
     } catch (const Failure& failure) {
       if (readCount == 0 && at + 1 == files_.size()) throw;
       tellFailure(failure.what());
+      if (miss) miss(file.name, failure.reason());
     }
   }
   return readCount == files_.size();

@@ -12,17 +12,16 @@ namespace platform {
 namespace {
 
 FileOutcome readAll(int file, std::string& bytes) {
-  constexpr std::size_t piece = 1U << 20;
+  constexpr std::size_t pieceSize = 1U << 16;
+  char piece[pieceSize];
   struct stat status {};
   if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode))
-    bytes.reserve(bytes.size() + static_cast<std::size_t>(status.st_size) + piece);
+    bytes.reserve(bytes.size() + static_cast<std::size_t>(status.st_size));
   for (;;) {
-    const std::size_t size = bytes.size();
-    bytes.resize(size + piece);
-    const ssize_t count = ::read(file, bytes.data() + size, piece);
-    bytes.resize(size + static_cast<std::size_t>(count > 0 ? count : 0));
+    const ssize_t count = ::read(file, piece, pieceSize);
     if (count < 0 && errno != EINTR) return outcomeOf(errno);
     if (count == 0) return FileOutcome::done;
+    if (count > 0) bytes.append(piece, static_cast<std::size_t>(count));
   }
 }
 

@@ -30,16 +30,15 @@ bool isFolder(const std::wstring& name) {
 }
 
 FileOutcome readAll(HANDLE file, std::string& bytes) {
-  constexpr DWORD piece = 1U << 20;
+  constexpr DWORD pieceSize = 1U << 16;
+  char piece[pieceSize];
   LARGE_INTEGER fileSize{};
   if (GetFileType(file) == FILE_TYPE_DISK && GetFileSizeEx(file, &fileSize))
-    bytes.reserve(bytes.size() + static_cast<std::size_t>(fileSize.QuadPart) + piece);
+    bytes.reserve(bytes.size() + static_cast<std::size_t>(fileSize.QuadPart));
   for (;;) {
-    const std::size_t size = bytes.size();
-    bytes.resize(size + piece);
     DWORD count = 0;
-    const bool done = ReadFile(file, bytes.data() + size, piece, &count, nullptr) != 0;
-    bytes.resize(size + count);
+    const bool done = ReadFile(file, piece, pieceSize, &count, nullptr) != 0;
+    bytes.append(piece, count);
     // A pipe whose other end has closed is at its end.
     if (!done && GetLastError() != ERROR_BROKEN_PIPE) return outcomeOf(GetLastError());
     if (count == 0) return FileOutcome::done;

@@ -1,0 +1,232 @@
+#include "report/page/sections.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+
+#include "report/page/bars.h"
+#include "report/page/dates.h"
+#include "report/page/tables.h"
+#include "report/section_content.h"
+
+namespace reader {
+namespace {
+
+constexpr std::array<Markup, 17> titles = {"Start",
+                                           "Environment",
+                                           "Variables of the environment",
+                                           "Files",
+                                           "Customer profile",
+                                           "Server profile",
+                                           "Filtered users",
+                                           "Configuration",
+                                           "Write access",
+                                           "Sender filter",
+                                           "Import of the directory",
+                                           "Address books",
+                                           "Import",
+                                           "Installed updates",
+                                           "Test events",
+                                           "Events",
+                                           "Unknown lines"};
+
+Markup titleOf(Section section) { return titles.at(static_cast<std::size_t>(section)); }
+
+// Lines behind a heading that tells how many they are.
+class LineList {
+ public:
+  LineList(Html& html, Markup title) : html_(html), title_(title) {}
+
+  template <typename ForEach>
+  void write(const ForEach& forEach) {
+    std::size_t count = 0;
+    forEach([&count](std::string_view) { ++count; });
+    html_ << "<p>" << title_ << ": ";
+    html_.number(count) << "\n";
+    if (count == 0) return;
+    html_ << "<ul class=lines>\n";
+    std::size_t room = mostRows;
+    forEach([&](std::string_view line) {
+      if (room == 0) return;
+      --room;
+      html_ << "<li>";
+      html_.line(line) << "\n";
+    });
+    html_ << "</ul>\n";
+    writeRest(html_, count);
+  }
+
+ private:
+  Html& html_;
+  Markup title_;
+};
+
+// A number too large for the type does not come from the tool.
+std::uint64_t numberIn(std::string_view digits) {
+  std::uint64_t number = 0;
+  for (const char digit : digits) number = number * 10 + static_cast<std::uint64_t>(digit - '0');
+  return number;
+}
+
+void writeResult(Html& html, const Object& result) {
+  std::vector<Bar> bars;
+  for (const auto& [key, label] : {std::pair("processed", "processed"),
+                                   {"created", "created"},
+                                   {"updated", "updated"},
+                                   {"failed", "failed"}}) {
+    const std::string_view digits = textOf(result, key);
+    if (!digits.empty()) bars.push_back({label, numberIn(digits)});
+  }
+  if (bars.empty()) return;
+  html << "<p>Result\n";
+  writeBars(html, bars);
+}
+
+void writeDays(Html& html, const SectionContent& content) {
+  constexpr std::size_t mostDays = 60;
+  std::map<std::string_view, std::uint64_t> days;
+  std::uint64_t withoutDay = 0;
+  content.forEachObject(Target::events, [&](const Object& event) {
+    const std::string_view reported = textOf(event, "reported");
+    const std::string_view day = dayOf(reported.substr(0, reported.find(' ')));
+    ++(day.empty() ? withoutDay : days[day]);
+  });
+  std::vector<Bar> bars;
+  auto first = days.begin();
+  if (days.size() > mostDays)
+    std::advance(first, static_cast<std::ptrdiff_t>(days.size() - mostDays));
+  for (; first != days.end(); ++first) bars.push_back({std::string(first->first), first->second});
+  if (withoutDay > 0) bars.push_back({"without a day", withoutDay});
+  if (bars.empty()) return;
+  html << "<p>Events of each day";
+  if (days.size() > mostDays) html << ", of the last 60 days";
+  html << "\n";
+  writeBars(html, bars);
+}
+
+class SectionWriter {
+ public:
+  SectionWriter(Html& html, const SectionContent& content) : html_(html), content_(content) {}
+
+  void write(bool isOpen) {
+    html_ << "<details data-section=";
+    html_.text(nameOf(content_.section()));
+    if (isOpen) html_ << " open";
+    html_ << "><summary><h4>" << titleOf(content_.section()) << "</h4></summary>\n<p class=time>";
+    html_.text(content_.time().replace(10, 1, " ")) << "\n";
+    if (content_.error()) {
+      html_ << "<p class=ill>\u2717 ";
+      html_.text(*content_.error()) << "\n";
+    }
+    for (const Target target : content_.targets()) writeField(target);
+    if (content_.hasOther()) {
+      LineList(html_, "Lines that no rule takes").write([this](const auto& take) {
+        content_.forEachOther(take);
+      });
+    }
+    html_ << "</details>\n";
+  }
+
+ private:
+  void writeField(Target target) {
+    switch (target) {
+      case Target::itself:
+        return writeItself(content_.object(target));
+      case Target::result:
+        return writeResult(html_, content_.object(target));
+      case Target::messages:
+        return writeMessages(target, "Messages");
+      case Target::importMessages:
+        return writeMessages(target, "Messages of the import");
+      case Target::events:
+        writeDays(html_, content_);
+        return writeTable(html_, content_, target);
+      default:
+        return writeTable(html_, content_, target);
+    }
+  }
+
+  void writeMessages(Target target, Markup title) {
+    LineList(html_, title).write([&](const auto& take) { content_.forEachMessage(target, take); });
+  }
+
+  // The number of users, or the folder and whether it can be written.
+  void writeItself(const Object& values) {
+    for (const Value& value : values) {
+      html_ << "<p>";
+      if (value.kind == Kind::yes || value.kind == Kind::no) {
+        writeMark(html_, value.kind == Kind::yes, "can be written", "cannot be written");
+      } else {
+        html_ << (value.kind == Kind::number ? Markup("Filtered users: ") : Markup("Folder: "));
+        html_.text(value.text);
+      }
+      html_ << "\n";
+    }
+  }
+
+  Html& html_;
+  const SectionContent& content_;
+};
+
+class RunWriter {
+ public:
+  RunWriter(Html& html, const ShownReport& shown) : html_(html), shown_(shown) {}
+
+  void write(const Run& run) {
+    std::array<std::size_t, titles.size()> counts{};
+    for (std::span<const EntryNumber> rest = run.entries; !rest.empty();) {
+      const auto entries = shown_.report->takeSection(rest);
+      const Section section = shown_.report->entries()[entries.front()].section;
+      if (++counts.at(static_cast<std::size_t>(section)) > mostRows) continue;
+      SectionWriter(html_, {*shown_.report, entries}).write(isAnyWrong(entries));
+    }
+    for (std::size_t at = 0; at < counts.size(); ++at) {
+      if (counts.at(at) <= mostRows) continue;
+      html_ << "<p>" << titles.at(at) << ": ";
+      html_.number(counts.at(at) - mostRows) << " more of these sections are not shown.\n";
+    }
+  }
+
+ private:
+  bool isAnyWrong(std::span<const EntryNumber> entries) const {
+    return std::ranges::any_of(entries, [this](EntryNumber number) { return isWrong(number); });
+  }
+
+  bool isWrong(EntryNumber number) const {
+    const std::vector<Entry>& entries = shown_.report->entries();
+    const auto& wrong = shown_.findings.wrongLines;
+    const auto found = std::ranges::lower_bound(wrong, entries[number].line);
+    const bool isLast = number + 1 == entries.size();
+    return found != wrong.end() && (isLast || *found < entries[number + 1].line);
+  }
+
+  Html& html_;
+  const ShownReport& shown_;
+};
+
+void writeRunHeading(Html& html, const Report& report, const Run& run) {
+  const std::optional<std::string> start = startOf(report, run);
+  html << "<h3>";
+  if (report.runs().size() == 1) {
+    html << "Sections";
+  } else if (start) {
+    html << "Run of ";
+    html.text(std::string(*start).replace(10, 1, " "));
+  } else {
+    html << "Run whose beginning is lost";
+  }
+  html << "</h3>\n";
+}
+
+}  // namespace
+
+void writeSections(Html& html, const ShownReport& shown) {
+  const std::vector<Run>& runs = shown.report->runs();
+  for (std::size_t at = 0; at < std::min(runs.size(), mostRows); ++at) {
+    writeRunHeading(html, *shown.report, runs[at]);
+    RunWriter(html, shown).write(runs[at]);
+  }
+  writeRest(html, runs.size());
+}
+
+}  // namespace reader
