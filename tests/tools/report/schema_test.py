@@ -1,3 +1,4 @@
+#!/usr/bin/python3
 """The JSON of the worlds' reports, whole and cut, is what the schema says.
 
 schema_test.py <qbreport> <folder of the project>
