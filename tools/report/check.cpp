@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "report/findings.h"
+#include "report/lines.h"
 #include "report/text.h"
 
 namespace reader {
@@ -14,9 +15,8 @@ std::optional<Severity> writeFindings(const Report& report, Origin origin, std::
     const Verdict verdict = verdictOn(finding, origin);
     out << first << nameOf(finding.code) << '\t' << nameOf(finding.section) << '\t' << finding.line
         << '\t';
-    writeShown(out, finding.text);
-    out << '\t' << verdict.sentence << '\t' << nameOf(verdict.severity) << '\t' << verdict.advice
-        << '\n';
+    out << shown(withoutTabs(finding.text)) << '\t' << verdict.sentence << '\t'
+        << nameOf(verdict.severity) << '\t' << verdict.advice << '\n';
     gravest = std::max(gravest, std::optional(verdict.severity));
   });
   return gravest;

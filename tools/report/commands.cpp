@@ -36,13 +36,6 @@ std::optional<Severity> showFindings(const Report& report, Origin origin, std::s
   return gravest;
 }
 
-// A name as a part of one line.
-std::string shownName(const std::string& name) {
-  std::ostringstream shown;
-  writeShown(shown, name);
-  return shown.str();
-}
-
 }  // namespace
 
 int check(const ReportFiles& files, const CheckOptions& options, std::ostream& out) {
@@ -50,11 +43,11 @@ int check(const ReportFiles& files, const CheckOptions& options, std::ostream& o
   std::optional<Severity> gravest;
   const bool areRead =
       files.forEach([&](const std::string& name, const std::unique_ptr<Report>& report) {
-        const std::string shown = files.areNamed() ? shownName(name) : "";
-        if (width && files.areNamed()) platform::printWideLine(toWide('\n' + shown + '\n'));
+        const std::string first = files.areNamed() ? shown(name) : "";
+        if (width && files.areNamed()) platform::printWideLine(toWide('\n' + first + '\n'));
         const auto most = width ? showFindings(*report, options.origin, *width)
                                 : writeFindings(*report, options.origin,
-                                                shown + (files.areNamed() ? "\t" : ""), out);
+                                                first + (files.areNamed() ? "\t" : ""), out);
         gravest = std::max(gravest, most);
       });
   if (!areRead) return failed;

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "report/findings.h"
+#include "report/lines.h"
 #include "report/paragraph.h"
 #include "report/text.h"
 
@@ -57,8 +58,8 @@ class FindingsText {
 
   void writeLine(const Finding& finding) {
     std::ostringstream line;
-    line << nameOf(finding.section) << ", line " << finding.line << ": ";
-    writeShown(line, finding.text);
+    line << nameOf(finding.section) << ", line " << finding.line << ": "
+         << shown(withoutTabs(finding.text));
     out_ << paragraph(line.str(), indent, style_.width);
   }
 

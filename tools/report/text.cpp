@@ -64,20 +64,22 @@ std::string toLatin1(std::string_view utf8) {
   return isLatin1 ? std::string(wide.begin(), wide.end()) : std::string();
 }
 
-void writeShown(std::ostream& out, std::string_view bytes) {
+std::string shown(std::string_view bytes, bool keepsTabs) {
   constexpr std::string_view digits = "0123456789ABCDEF";
-  const std::string text = toUtf8(withoutTabs(bytes));
+  const std::string text = toUtf8(bytes);
   const auto unitAt = [&text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-  std::size_t begin = 0;
+  std::string result;
+  result.reserve(text.size());
   for (std::size_t at = 0; at < text.size(); ++at) {
     const bool isOfTwo = unitAt(at) == 0xC2 && unitAt(at + 1) < 0xA0;
-    if (!isOfTwo && unitAt(at) >= 0x20 && unitAt(at) != 0x7F) continue;
-    out << std::string_view(text).substr(begin, at - begin);
+    if ((!isOfTwo && unitAt(at) >= 0x20 && unitAt(at) != 0x7F) || (keepsTabs && text[at] == '\t')) {
+      result += text[at];
+      continue;
+    }
     if (isOfTwo) ++at;  // to the byte that is the character's number
-    out << "\\x" << digits[unitAt(at) >> 4] << digits[unitAt(at) & 0xF];
-    begin = at + 1;
+    result.append("\\x").append(1, digits[unitAt(at) >> 4]).append(1, digits[unitAt(at) & 0xF]);
   }
-  out << std::string_view(text).substr(begin);
+  return result;
 }
 
 }  // namespace reader

@@ -1,7 +1,6 @@
 // The bytes of a report as text.
 #pragma once
 
-#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -20,8 +19,8 @@ std::string latin1ToUtf8(std::string_view latin1);
 /// The bytes that latin1ToUtf8 made this of; empty if there are none.
 std::string toLatin1(std::string_view utf8);
 
-/// Writes a report line as a part of one line: without leading tabs, and each other control
-/// character as \x and two hexadecimal digits. UTF-8.
-void writeShown(std::ostream& out, std::string_view bytes);
+/// The same as toUtf8, as a part of one line: each control character, but perhaps tabs, as \x and
+/// two hexadecimal digits.
+std::string shown(std::string_view bytes, bool keepsTabs = false);
 
 }  // namespace reader

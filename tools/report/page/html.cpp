@@ -1,11 +1,9 @@
 #include "report/page/html.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <string>
 
-#include "report/lines.h"
 #include "report/text.h"
 
 namespace reader {
@@ -33,10 +31,6 @@ std::string_view entityOf(char32_t character) {
   }
 }
 
-bool isControl(char32_t character) {
-  return character < 0x20 || (character >= 0x7F && character < 0xA0);
-}
-
 // What changes the order in which other characters show.
 bool turnsDirection(char32_t character) {
   return character == 0x061C || character == 0x200E || character == 0x200F ||
@@ -60,43 +54,29 @@ std::string_view takeCharacter(std::string_view& utf8, char32_t& character) {
   return bytes;
 }
 
-void writeNumber(std::ostream& out, char kind, std::size_t digits, char32_t number) {
-  constexpr std::string_view hexadecimal = "0123456789ABCDEF";
-  while (digits < 6 && number >> (4 * digits) != 0) ++digits;
-  out << '\\' << kind;
-  while (digits-- > 0) out << hexadecimal[number >> (4 * digits) & 0xFU];
+void writeNumber(std::ostream& out, char32_t number) {
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  out << "\\u";
+  for (int shift = number > 0xFFFF ? 20 : 12; shift >= 0; shift -= 4)
+    out << digits[number >> static_cast<unsigned>(shift) & 0xFU];
 }
 
 }  // namespace
-
-Html& Html::text(std::string_view bytes) {
-  write(bytes, false);
-  return *this;
-}
-
-Html& Html::line(std::string_view bytes) {
-  write(bytes, true);
-  return *this;
-}
 
 void Html::write(std::string_view bytes, bool keepsTabs) {
   if (std::ranges::all_of(bytes, isPlain)) {
     out_ << bytes;
     return;
   }
-  const std::string utf8 = toUtf8(bytes);
+  const std::string utf8 = shown(bytes, keepsTabs);
   for (std::string_view rest = utf8; !rest.empty();) {
     char32_t character = 0;
     const std::string_view itself = takeCharacter(rest, character);
     const std::string_view entity = entityOf(character);
-    if (!entity.empty()) {
-      out_ << entity;
-    } else if (isControl(character) && !(keepsTabs && character == '\t')) {
-      writeNumber(out_, 'x', 2, character);
-    } else if (turnsDirection(character) || isNoCharacter(character)) {
-      writeNumber(out_, 'u', 4, character);
+    if (turnsDirection(character) || isNoCharacter(character)) {
+      writeNumber(out_, character);
     } else {
-      out_ << itself;
+      out_ << (entity.empty() ? itself : entity);
     }
   }
 }

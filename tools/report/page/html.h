@@ -41,12 +41,18 @@ class Html {
     return *this << (number == 1 ? one : several);
   }
 
-  /// The bytes of a report as characters: control characters as \x and two hexadecimal digits, what
-  /// turns the direction of text or is no character as \u and its number.
-  Html& text(std::string_view bytes);
+  /// The bytes of a report as `shown` has them; what turns the direction of text, or is no
+  /// character, as \u and its number.
+  Html& text(std::string_view bytes) {
+    write(bytes, false);
+    return *this;
+  }
 
   /// The same, but tabs stay.
-  Html& line(std::string_view bytes);
+  Html& line(std::string_view bytes) {
+    write(bytes, true);
+    return *this;
+  }
 
  private:
   void write(std::string_view bytes, bool keepsTabs);
