@@ -77,7 +77,7 @@ def check_hostile(folder):
 
 def check_overview(folder):
     page = run(program, "html", folder, status=2)
-    rows = list(check_structure(page).find(".//table[@class='overview']/tbody"))
+    rows = list(check_structure(page).find(".//table[@class='wide overview']/tbody"))
     names = [re.search(r"\d\d", text_of(row[0])).group() for row in rows]
     assert names == ["03", "13", "23"] + [f"{n:02}" for n in range(30) if n % 10 != 3] + ["30"], names
     assert sum("differs from most" in text_of(row) for row in rows) == 5

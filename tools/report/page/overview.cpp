@@ -120,7 +120,7 @@ void writeHeading(Html& html, std::size_t servers, std::size_t reports, std::siz
     html << ", and ";
     html.count(unreadable, "report", "reports") << " could not be read";
   }
-  html << "\n<table class=overview><thead><tr><th scope=col>Server<th scope=col>Started"
+  html << "\n<table class=\"wide overview\"><thead><tr><th scope=col>Server<th scope=col>Started"
           "<th scope=col>Domino version<th scope=col>Core version<th scope=col>VRX version"
           "<th scope=col>Configuration<th scope=col>Errors<th scope=col>Warnings<th scope=col>Notes"
           "<th scope=col>Codes</thead><tbody>\n";

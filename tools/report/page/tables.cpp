@@ -70,7 +70,9 @@ void writeRow(Html& html, std::span<const Column> columns, const Object& object)
 }
 
 void writeHeading(Html& html, const TableForm& form, std::size_t count) {
-  html << "<table><caption>" << form.title << ": ";
+  html << (form.target == Target::entries ? Markup("<table class=\"wide entries\">")
+                                          : Markup("<table>"))
+       << "<caption>" << form.title << ": ";
   html.number(count) << "</caption><thead><tr>";
   for (const Column& column : form.columns) html << "<th scope=col>" << column.heading;
   html << "</thead><tbody>\n";
