@@ -1,6 +1,7 @@
 #include "report/page/sections.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <optional>
 
@@ -32,40 +33,25 @@ constexpr std::array<Markup, 17> titles = {"Start",
 
 Markup titleOf(Section section) { return titles.at(static_cast<std::size_t>(section)); }
 
-// Lines behind a heading that tells how many they are.
-class LineList {
- public:
-  LineList(Html& html, Markup title) : html_(html), title_(title) {}
+using TakeLine = std::function<void(std::string_view)>;
 
-  template <typename ForEach>
-  void write(const ForEach& forEach) {
-    std::size_t count = 0;
-    forEach([&count](std::string_view) { ++count; });
-    html_ << "<p>" << title_ << ": ";
-    html_.number(count) << "\n";
-    if (count == 0) return;
-    html_ << "<ul class=lines>\n";
-    std::size_t room = mostRows;
-    forEach([&](std::string_view line) {
-      if (room == 0) return;
-      --room;
-      html_ << "<li>";
-      html_.line(line) << "\n";
-    });
-    html_ << "</ul>\n";
-    writeRest(html_, count);
-  }
-
- private:
-  Html& html_;
-  Markup title_;
-};
-
-// A number too large for the type does not come from the tool.
-std::uint64_t numberIn(std::string_view digits) {
-  std::uint64_t number = 0;
-  for (const char digit : digits) number = number * 10 + static_cast<std::uint64_t>(digit - '0');
-  return number;
+// Lines behind words that tell how many they are.
+void writeLines(Html& html, Markup title, const std::function<void(const TakeLine&)>& forEach) {
+  std::size_t count = 0;
+  forEach([&count](std::string_view) { ++count; });
+  html << "<p>" << title << ": ";
+  html.number(count) << "\n";
+  if (count == 0) return;
+  html << "<ul class=lines>\n";
+  std::size_t room = mostRows;
+  forEach([&](std::string_view line) {
+    if (room == 0) return;
+    --room;
+    html << "<li>";
+    html.line(line) << "\n";
+  });
+  html << "</ul>\n";
+  writeRest(html, count);
 }
 
 void writeResult(Html& html, const Object& result) {
@@ -75,7 +61,7 @@ void writeResult(Html& html, const Object& result) {
                                    {"updated", "updated"},
                                    {"failed", "failed"}}) {
     const std::string_view digits = textOf(result, key);
-    if (!digits.empty()) bars.push_back({label, numberIn(digits)});
+    if (!digits.empty()) bars.push_back({label, std::stoull(std::string(digits))});
   }
   if (bars.empty()) return;
   html << "<p>Result\n";
@@ -88,8 +74,8 @@ void writeDays(Html& html, const SectionContent& content) {
   std::uint64_t withoutDay = 0;
   content.forEachObject(Target::events, [&](const Object& event) {
     const std::string_view reported = textOf(event, "reported");
-    const std::string_view day = dayOf(reported.substr(0, reported.find(' ')));
-    ++(day.empty() ? withoutDay : days[day]);
+    const std::string_view word = reported.substr(0, reported.find(' '));
+    ++(dayOf(word).size() == word.size() && !word.empty() ? days[word] : withoutDay);
   });
   std::vector<Bar> bars;
   auto first = days.begin();
@@ -120,9 +106,8 @@ class SectionWriter {
     }
     for (const Target target : content_.targets()) writeField(target);
     if (content_.hasOther()) {
-      LineList(html_, "Lines that no rule takes").write([this](const auto& take) {
-        content_.forEachOther(take);
-      });
+      writeLines(html_, "Lines that no rule takes",
+                 [this](const TakeLine& take) { content_.forEachOther(take); });
     }
     html_ << "</details>\n";
   }
@@ -147,7 +132,7 @@ class SectionWriter {
   }
 
   void writeMessages(Target target, Markup title) {
-    LineList(html_, title).write([&](const auto& take) { content_.forEachMessage(target, take); });
+    writeLines(html_, title, [&](const TakeLine& take) { content_.forEachMessage(target, take); });
   }
 
   // The number of users, or the folder and whether it can be written.

@@ -95,14 +95,14 @@ void writeRows(Html& html, const SectionContent& content, const TableForm& form)
 
 // The earliest first; those without a date behind all others.
 void writeUpdates(Html& html, const SectionContent& content) {
-  constexpr std::string_view behindDays = "~";
-  std::multimap<std::string_view, Object> byDay;
+  constexpr std::string_view behindDates = "~";
+  std::multimap<std::string_view, Object> byDate;
   content.forEachObject(Target::updates, [&](const Object& update) {
-    const std::string_view day = dayOf(textOf(update, "date"));
-    byDay.emplace(day.empty() ? behindDays : day, update);
-    if (byDay.size() > mostRows) byDay.erase(std::prev(byDay.end()));
+    const std::string_view date = textOf(update, "date");
+    byDate.emplace(dayOf(date).empty() ? behindDates : date, update);
+    if (byDate.size() > mostRows) byDate.erase(std::prev(byDate.end()));
   });
-  for (const auto& [day, update] : byDay) writeRow(html, updates, update);
+  for (const auto& [date, update] : byDate) writeRow(html, updates, update);
 }
 
 }  // namespace
