@@ -17,9 +17,31 @@ namespace platform {
 /// or its owner alone, which Windows leaves to the rights of the folder.
 enum class Readers : std::uint8_t { usual, owner };
 
-/// Puts `bytes` in place of the file `name`, once they are on the disk. All but `done` leaves the
-/// file as it was, and so does a file that may not be written.
-FileOutcome replaceFile(const std::string& name, std::string_view bytes, Readers readers);
+/// No handle of the system's own.
+inline constexpr std::intptr_t noHandle = -1;
+
+/// The bytes that are to take the place of a file. They go to a file beside it, which the end of an
+/// object removes if it has not taken the name. All but `done` leaves the file as it was.
+class Replacement {
+ public:
+  /// The outcome tells of a file that cannot be made or may not be replaced.
+  Replacement(const std::string& name, Readers readers);
+  Replacement(const Replacement&) = delete;
+  Replacement& operator=(const Replacement&) = delete;
+  ~Replacement();
+
+  FileOutcome outcome() const { return outcome_; }
+  /// Behind what is there already.
+  FileOutcome write(std::string_view bytes);
+  /// Puts the bytes in place of the file once they are on the disk.
+  FileOutcome finish();
+
+ private:
+  std::string target_;
+  std::string beside_{};
+  std::intptr_t handle_ = noHandle;
+  FileOutcome outcome_;
+};
 
 /// Whether two names, of which "-" stands for standard input, are those of one file.
 bool isSameFile(const std::string& left, const std::string& right);
@@ -43,10 +65,8 @@ class ReplacementLock {
   const std::string& file() const { return file_; }
 
  private:
-  static constexpr std::intptr_t none = -1;
-
   std::string file_;
-  std::intptr_t handle_ = none;  // the system's own handle
+  std::intptr_t handle_ = noHandle;
 };
 
 }  // namespace platform

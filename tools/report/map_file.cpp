@@ -39,8 +39,9 @@ MapFile::MapFile(const std::string& name) : name_(name), lock_(name) {
 }
 
 void MapFile::replace(const std::deque<Pseudonym>& pseudonyms) {
-  require(platform::replaceFile(name_, asMap(pseudonyms), platform::Readers::owner), name_,
-          "written");
+  platform::Replacement file(name_, platform::Readers::owner);
+  file.write(asMap(pseudonyms));
+  require(file.finish(), name_, "written");
   lock_.release();
 }
 

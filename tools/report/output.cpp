@@ -1,6 +1,8 @@
 #include "report/output.h"
 
+#include <array>
 #include <iostream>
+#include <streambuf>
 #include <utility>
 
 #include "platform/replaced_files.h"
@@ -8,15 +10,51 @@
 
 namespace reader {
 
+class Output::FileBuffer : public std::streambuf {
+ public:
+  explicit FileBuffer(const std::string& name)
+      : name_(name), replacement_(name, platform::Readers::usual) {
+    require(replacement_.outcome(), name_, "written");
+    setp(bytes_.data(), bytes_.data() + bytes_.size());
+  }
+
+  void finish() {
+    writeOut();
+    require(replacement_.finish(), name_, "written");
+  }
+
+ protected:
+  int_type overflow(int_type byte) override {
+    writeOut();
+    if (traits_type::eq_int_type(byte, traits_type::eof())) return traits_type::not_eof(byte);
+    return sputc(traits_type::to_char_type(byte));
+  }
+
+ private:
+  void writeOut() {
+    require(replacement_.write({pbase(), pptr()}), name_, "written");
+    setp(bytes_.data(), bytes_.data() + bytes_.size());
+  }
+
+  std::string name_;
+  platform::Replacement replacement_;
+  std::array<char, 1U << 16> bytes_{};
+};
+
 Output::Output(std::optional<std::string> file, std::vector<std::string> inputs)
     : file_(std::move(file)), inputs_(std::move(inputs)) {
   if (file_ == "-") file_.reset();
+  if (!file_) return;
   refuseInputs();
-  bytes_.exceptions(std::ios::badbit);  // so that a lack of memory is told
+  buffer_ = std::make_unique<FileBuffer>(*file_);
+  stream_.rdbuf(buffer_.get());
+  stream_.exceptions(std::ios::badbit);  // passes on what the buffer raises
 }
 
+Output::~Output() = default;
+
 std::ostream& Output::stream() {
-  if (file_) return bytes_;
+  if (file_) return stream_;
   return std::cout;
 }
 
@@ -24,13 +62,12 @@ std::ostream& Output::stream() {
 void Output::finish() {
   if (!file_) return flushStandardOutput();
   refuseInputs();
-  require(platform::replaceFile(*file_, bytes_.view(), platform::Readers::usual), *file_,
-          "written");
+  buffer_->finish();
 }
 
 void Output::refuseInputs() const {
   for (const std::string& input : inputs_) {
-    if (file_ && platform::isSameFile(*file_, input))
+    if (platform::isSameFile(*file_, input))
       throw Failure(*file_ + ": the output would take the place of what is read");
   }
 }

@@ -30,8 +30,10 @@ std::unique_ptr<Report> readReport(const std::string& name) {
 }
 
 std::string lastPartOf(const std::string& name) {
-  const std::u8string last = pathOf(name).filename().u8string();
-  return {last.begin(), last.end()};
+  const fs::path path = pathOf(name);
+  const fs::path last = path.has_filename() ? path.filename() : path.parent_path().filename();
+  const std::u8string text = last.u8string();
+  return text.empty() ? name : std::string(text.begin(), text.end());
 }
 
 ReportFiles::ReportFiles(const std::vector<std::string>& names) : areNamed_(names.size() > 1) {

@@ -71,21 +71,39 @@ void setRights(int file, const std::optional<struct stat>& before, Readers reade
 
 }  // namespace
 
-FileOutcome replaceFile(const std::string& name, std::string_view bytes, Readers readers) {
-  const std::string target = followed(name);
+Replacement::Replacement(const std::string& name, Readers readers) : target_(followed(name)) {
   std::optional<struct stat> before;
-  const FileOutcome fitness = fitnessOf(target, before);
-  if (fitness != FileOutcome::done) return fitness;
-  std::string beside = target + ".XXXXXX";
-  const int file = ::mkstemp(beside.data());
-  if (file < 0) return outcomeOf(errno);
+  outcome_ = fitnessOf(target_, before);
+  if (outcome_ != FileOutcome::done) return;
+  beside_ = target_ + ".XXXXXX";
+  const int file = ::mkstemp(beside_.data());
+  if (file < 0) {
+    outcome_ = outcomeOf(errno);
+    return;
+  }
+  handle_ = file;
   setRights(file, before, readers);
-  const bool isWritten = writeAll(file, bytes) && ::fsync(file) == 0;
-  FileOutcome outcome = isWritten ? FileOutcome::done : outcomeOf(errno);
-  ::close(file);
-  if (isWritten && std::rename(beside.c_str(), target.c_str()) != 0) outcome = outcomeOf(errno);
-  if (outcome != FileOutcome::done) ::unlink(beside.c_str());
-  return outcome;
+}
+
+Replacement::~Replacement() {
+  if (handle_ == noHandle) return;
+  ::close(descriptor(handle_));
+  ::unlink(beside_.c_str());
+}
+
+FileOutcome Replacement::write(std::string_view bytes) {
+  if (outcome_ == FileOutcome::done && !writeAll(descriptor(handle_), bytes))
+    outcome_ = outcomeOf(errno);
+  return outcome_;
+}
+
+FileOutcome Replacement::finish() {
+  if (outcome_ != FileOutcome::done) return outcome_;
+  if (::fsync(descriptor(handle_)) != 0 || std::rename(beside_.c_str(), target_.c_str()) != 0)
+    return outcome_ = outcomeOf(errno);
+  ::close(descriptor(handle_));
+  handle_ = noHandle;
+  return outcome_;
 }
 
 bool isSameFile(const std::string& left, const std::string& right) {
@@ -114,11 +132,11 @@ FileOutcome ReplacementLock::tryTake() {
 // Removed while it is still locked: nobody else can have it. A file that holds something is not one
 // that was made here.
 void ReplacementLock::release() {
-  if (handle_ == none) return;
+  if (handle_ == noHandle) return;
   struct stat status {};
   if (::fstat(descriptor(handle_), &status) == 0 && status.st_size == 0) ::unlink(file_.c_str());
   ::close(descriptor(handle_));
-  handle_ = none;
+  handle_ = noHandle;
 }
 
 }  // namespace platform

@@ -63,23 +63,44 @@ bool isBeingRemoved(const std::wstring& name) {
 
 }  // namespace
 
-FileOutcome replaceFile(const std::string& name, std::string_view bytes, Readers /*readers*/) {
+Replacement::Replacement(const std::string& name, Readers /*readers*/) {
   const std::wstring target = followed(nativeName(name));
-  const FileOutcome fitness = fitnessOf(target);
-  if (fitness != FileOutcome::done) return fitness;
-  const std::wstring beside = target + L"." + std::to_wstring(GetCurrentProcessId()) + L".tmp";
-  const HANDLE file = CreateFileW(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return outcomeOf(GetLastError());
-  const bool written = writeAll(file, bytes) && FlushFileBuffers(file);
-  FileOutcome outcome = outcomeOf(GetLastError());
-  CloseHandle(file);
-  if (written && MoveFileExW(beside.c_str(), target.c_str(),
-                             MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-    return FileOutcome::done;
-  if (written) outcome = outcomeOf(GetLastError());
-  DeleteFileW(beside.c_str());
-  return outcome;
+  outcome_ = fitnessOf(target);
+  if (outcome_ != FileOutcome::done) return;
+  target_ = toUtf8(target);
+  beside_ = target_ + "." + std::to_string(GetCurrentProcessId()) + ".tmp";
+  const HANDLE file = CreateFileW(nativeName(beside_).c_str(), GENERIC_WRITE, 0, nullptr,
+                                  CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    outcome_ = outcomeOf(GetLastError());
+    return;
+  }
+  handle_ = reinterpret_cast<std::intptr_t>(file);
+}
+
+Replacement::~Replacement() {
+  if (handle_ != noHandle) CloseHandle(asHandle(handle_));
+  // Empty where nothing was made, and where it has taken the name.
+  if (!beside_.empty()) DeleteFileW(nativeName(beside_).c_str());
+}
+
+FileOutcome Replacement::write(std::string_view bytes) {
+  if (outcome_ == FileOutcome::done && !writeAll(asHandle(handle_), bytes))
+    outcome_ = outcomeOf(GetLastError());
+  return outcome_;
+}
+
+// A file that is open cannot take another name.
+FileOutcome Replacement::finish() {
+  if (outcome_ != FileOutcome::done) return outcome_;
+  if (!FlushFileBuffers(asHandle(handle_))) return outcome_ = outcomeOf(GetLastError());
+  CloseHandle(asHandle(handle_));
+  handle_ = noHandle;
+  if (!MoveFileExW(nativeName(beside_).c_str(), nativeName(target_).c_str(),
+                   MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+    return outcome_ = outcomeOf(GetLastError());
+  beside_.clear();
+  return outcome_;
 }
 
 bool isSameFile(const std::string& left, const std::string& right) {
@@ -110,13 +131,13 @@ FileOutcome ReplacementLock::tryTake() {
 
 // A file that holds something is not one that was made here.
 void ReplacementLock::release() {
-  if (handle_ == none) return;
+  if (handle_ == noHandle) return;
   LARGE_INTEGER size{};
   FILE_DISPOSITION_INFO removal{TRUE};
   if (GetFileSizeEx(asHandle(handle_), &size) && size.QuadPart == 0)
     SetFileInformationByHandle(asHandle(handle_), FileDispositionInfo, &removal, sizeof removal);
   CloseHandle(asHandle(handle_));
-  handle_ = none;
+  handle_ = noHandle;
 }
 
 }  // namespace platform

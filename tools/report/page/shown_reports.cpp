@@ -7,6 +7,7 @@
 
 #include "report/page/tables.h"
 #include "report/section_content.h"
+#include "report/text.h"
 
 namespace reader {
 namespace {
@@ -45,7 +46,7 @@ void addFields(const SectionContent& content, Summary& summary, std::string_view
     const std::string_view value = textOf(field, "value");
     if (label == "Server name") profile = value;
     for (std::size_t at = 0; at < versions.size(); ++at) {
-      if (label == versions.at(at)) summary.versions.at(at) = value;
+      if (label == versions.at(at)) summary.versions.at(at) = toUtf8(value);
     }
   });
 }
@@ -83,12 +84,13 @@ Summary summaryOf(const Report& report) {
   std::string_view profile;
   for (std::span<const EntryNumber> rest = run.entries; !rest.empty();) {
     const SectionContent content(report, report.takeSection(rest));
-    if (content.section() == Section::systemEnvironment) summary.server = serverNameIn(content);
+    if (content.section() == Section::systemEnvironment)
+      summary.server = toUtf8(serverNameIn(content));
     if (content.section() == Section::serverProfile) addFields(content, summary, profile);
     if (content.section() == Section::configuration && summary.configuration.empty())
-      summary.configuration = configurationIn(content);
+      summary.configuration = toUtf8(configurationIn(content));
   }
-  if (summary.server.empty()) summary.server = profile;
+  if (summary.server.empty()) summary.server = toUtf8(profile);
   return summary;
 }
 

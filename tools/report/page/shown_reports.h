@@ -39,13 +39,13 @@ struct Findings {
 
 Findings findingsOf(const Report& report, Origin origin);
 
-/// What the run tells that began last.
+/// What the run tells that began last. UTF-8.
 struct Summary {
-  std::string_view server;  ///< Empty if the report does not tell.
-  std::string started;      ///< As yyyy-mm-dd hh:mm:ss.
+  std::string server;   ///< Empty if the report does not tell.
+  std::string started;  ///< As yyyy-mm-dd hh:mm:ss.
   bool isComplete = false;
-  std::array<std::string_view, 3> versions{};  ///< Of Domino, core and VRX.
-  std::string_view configuration;
+  std::array<std::string, 3> versions{};  ///< Of Domino, core and VRX.
+  std::string configuration;
 };
 
 Summary summaryOf(const Report& report);
