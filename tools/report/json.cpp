@@ -61,7 +61,7 @@ class SectionWriter {
          << Json(content_.time());
     for (const Target target : content_.targets()) writeField(target);
     if (content_.error()) out_ << R"(,"error":)" << Json(toUtf8(*content_.error()));
-    if (content_.hasOther()) writeOther();
+    if (content_.otherCount() > 0) writeOther();
     out_ << '}';
   }
 

@@ -7,8 +7,6 @@
 namespace reader {
 namespace {
 
-constexpr std::uint32_t bit(Target target) { return 1U << static_cast<unsigned>(target); }
-
 std::vector<Target> targetsOf(Section section) {
   switch (section) {
     case Section::systemEnvironment:
@@ -82,15 +80,18 @@ std::string_view textOf(const Object& object, std::string_view key) {
 SectionContent::SectionContent(const Report& report, std::span<const EntryNumber> entries)
     : report_(report), entries_(entries) {
   forEach([&](const Reading& reading) {
-    if (reading.match.form != nullptr) present_ |= bit(reading.match.form->target);
-    hasOther_ = hasOther_ || reading.isOther() || (isError(reading) && error_);
+    if (reading.match.form != nullptr) {
+      std::size_t& count = counts_.at(static_cast<std::size_t>(reading.match.form->target));
+      if (count == 0 || reading.match.form->rank == 0) ++count;
+    }
+    if (reading.isOther() || (isError(reading) && error_)) ++otherCount_;
     if (isError(reading) && !error_) error_ = reading.text;
   });
 }
 
 std::vector<Target> SectionContent::targets() const {
   std::vector<Target> targets = targetsOf(section());
-  if (error_) std::erase_if(targets, [this](Target target) { return !has(target); });
+  if (error_) std::erase_if(targets, [this](Target target) { return count(target) == 0; });
   return targets;
 }
 
@@ -139,8 +140,6 @@ void SectionContent::forEach(Target target, const std::function<void(const Readi
     if (reading.match.form != nullptr && reading.match.form->target == target) take(reading);
   });
 }
-
-bool SectionContent::has(Target target) const { return (present_ & bit(target)) != 0; }
 
 std::optional<std::string> startOf(const Report& report, const Run& run) {
   for (const EntryNumber number : run.entries) {

@@ -1,6 +1,7 @@
 // What a section of a report tells, for those who show it.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <span>
@@ -36,28 +37,28 @@ class SectionContent {
   std::vector<Target> targets() const;
   /// The line that says why it failed.
   std::optional<std::string_view> error() const { return error_; }
-  /// Whether there are lines that no rule takes.
-  bool hasOther() const { return hasOther_; }
+  /// Of the objects or lines of a target.
+  std::size_t count(Target target) const { return counts_.at(static_cast<std::size_t>(target)); }
+  /// Of the lines that no rule takes, and the failures but the first.
+  std::size_t otherCount() const { return otherCount_; }
 
   /// The one object of Target::itself or Target::result.
   Object object(Target target) const;
   void forEachObject(Target target, const std::function<void(const Object&)>& take) const;
   /// The lines of Target::messages or Target::importMessages, without the tabs before them.
   void forEachMessage(Target target, const std::function<void(std::string_view)>& take) const;
-  /// The lines that no rule takes, and each failure but the first.
   void forEachOther(const std::function<void(std::string_view)>& take) const;
 
  private:
   const Entry& first() const { return report_.entries()[entries_.front()]; }
   void forEach(const std::function<void(const Reading&)>& take) const;
   void forEach(Target target, const std::function<void(const Reading&)>& take) const;
-  bool has(Target target) const;
 
   const Report& report_;
   std::span<const EntryNumber> entries_;
-  std::uint32_t present_ = 0;
+  std::array<std::size_t, 16> counts_{};  // of each target
   std::optional<std::string_view> error_{};
-  bool hasOther_ = false;
+  std::size_t otherCount_ = 0;
 };
 
 /// When a run began, as yyyy-mm-ddThh:mm:ss; nothing if its beginning is lost.

@@ -47,7 +47,8 @@ class ArticleWriter {
     html_ << "<dl>\n";
     writeFact("Server", summary.server);
     writeFact("Report", shown_.name);
-    writeFact("Started", summary.started);
+    writeFact("Started", summary.started.empty() ? "not known: the beginning of the run is lost"
+                                                 : summary.started);
     html_ << "<dt>Run<dd>";
     writeMark(html_, summary.isComplete, "reached its end", "did not reach its end");
     html_ << "\n";

@@ -25,11 +25,26 @@ void show(std::vector<bool>& lines, std::size_t first, std::size_t last, std::si
   }
 }
 
-void showFindings(ShownReport& shown, std::size_t& room) {
-  forEachFinding(*shown.report, [&](const Finding& finding) {
-    const std::size_t first = finding.line - std::min<std::size_t>(finding.line - 1, linesAround);
-    show(shown.lines, first, finding.line + linesAround, room);
-  });
+void showAround(ShownReport& shown, std::uint32_t line, std::size_t& room) {
+  const std::size_t first = line - std::min<std::size_t>(line - 1, linesAround);
+  show(shown.lines, first, line + linesAround, room);
+}
+
+// Those that the page lists go before others, and the worst before the usual.
+void showFindings(std::vector<ShownReport>& reports, std::size_t& room) {
+  for (const Severity severity : {Severity::error, Severity::warning, Severity::note}) {
+    for (ShownReport& shown : reports) {
+      for (const Group& group : shown.findings.groups) {
+        if (group.verdict.severity != severity) continue;
+        for (const Finding& finding : group.findings) showAround(shown, finding.line, room);
+      }
+    }
+  }
+  for (ShownReport& shown : reports) {
+    if (!shown.report) continue;
+    forEachFinding(*shown.report,
+                   [&](const Finding& finding) { showAround(shown, finding.line, room); });
+  }
 }
 
 // As many of the lines that are not shown yet, from the beginning.
@@ -53,9 +68,9 @@ void chooseLines(std::vector<ShownReport>& reports) {
     if (!shown.report) continue;
     ++readable;
     shown.lines.assign(countLines(*shown.report) + 1, false);
-    showFindings(shown, room);
   }
   if (readable == 0) return;
+  showFindings(reports, room);
   const std::size_t each = room / readable;
   for (ShownReport& shown : reports) showMore(shown.lines, each, room);
   for (ShownReport& shown : reports) showMore(shown.lines, room, room);

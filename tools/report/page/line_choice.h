@@ -7,8 +7,8 @@
 
 namespace reader {
 
-/// Chooses 100,000 lines: those around findings first, and then from the beginning of each report,
-/// of all the same number.
+/// Chooses 100,000 lines: those around findings first, of which the worst go first, and then from
+/// the beginning of each report, of all the same number.
 void chooseLines(std::vector<ShownReport>& reports);
 
 }  // namespace reader

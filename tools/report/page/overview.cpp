@@ -39,7 +39,7 @@ std::vector<Reports> serversOf(const std::vector<ShownReport>& reports) {
   std::vector<Reports> servers;
   for (auto& [name, ofServer] : byName) {
     std::ranges::stable_sort(ofServer, std::ranges::greater{},
-                             [](const ShownReport* shown) { return shown->summary.started; });
+                             [](const ShownReport* shown) { return shown->summary.time; });
     servers.push_back(std::move(ofServer));
   }
   const auto rank = [](const Reports& ofServer) {
@@ -75,7 +75,7 @@ class RowWriter {
     html_ << "<tr><th scope=row><a href=\"#r";
     html_.number(shown.number) << "\">";
     html_.text(shown.title()) << "</a><td>";
-    html_.text(shown.summary.started);
+    html_.text(shown.summary.started.empty() ? "not known" : shown.summary.started);
     for (std::size_t trait = 0; trait < traitCount; ++trait) writeTrait(shown, trait);
     for (const Severity severity : {Severity::error, Severity::warning, Severity::note}) {
       html_ << "<td>";
@@ -140,11 +140,11 @@ void writeOverview(Html& html, const std::vector<ShownReport>& reports) {
   const Reports readable = inOrder(reports);
   writeHeading(html, servers.size(), readable.size(), reports.size() - readable.size());
   const std::size_t unreadable = reports.size() - readable.size();
+  const std::size_t few = std::min(unreadable, mostRows / 2);
+  const std::size_t shownCount = std::min(readable.size(), mostRows - few);
   RowWriter writer(html, servers);
-  for (const ShownReport* const shown : std::span(readable).first(
-           std::min(readable.size(), mostRows - std::min(mostRows, unreadable))))
-    writer.write(*shown);
-  std::size_t room = std::min(mostRows, unreadable);
+  for (const ShownReport* const shown : std::span(readable).first(shownCount)) writer.write(*shown);
+  std::size_t room = mostRows - shownCount;
   for (const ShownReport& shown : reports) {
     if (shown.report || room == 0) continue;
     --room;

@@ -35,10 +35,8 @@ Markup titleOf(Section section) { return titles.at(static_cast<std::size_t>(sect
 
 using TakeLine = std::function<void(std::string_view)>;
 
-// Lines behind words that tell how many they are.
-void writeLines(Html& html, Markup title, const std::function<void(const TakeLine&)>& forEach) {
-  std::size_t count = 0;
-  forEach([&count](std::string_view) { ++count; });
+void writeLines(Html& html, Markup title, std::size_t count,
+                const std::function<void(const TakeLine&)>& forEach) {
   html << "<p>" << title << ": ";
   html.number(count) << "\n";
   if (count == 0) return;
@@ -77,15 +75,20 @@ void writeDays(Html& html, const SectionContent& content) {
     const std::string_view word = reported.substr(0, reported.find(' '));
     ++(dayOf(word).size() == word.size() && !word.empty() ? days[word] : withoutDay);
   });
-  std::vector<Bar> bars;
+  std::uint64_t earlier = 0;
+  const std::size_t earlierDays = days.size() - std::min(days.size(), mostDays);
   auto first = days.begin();
-  if (days.size() > mostDays)
-    std::advance(first, static_cast<std::ptrdiff_t>(days.size() - mostDays));
+  for (std::size_t day = 0; day < earlierDays; ++day) earlier += first++->second;
+  std::vector<Bar> bars;
   for (; first != days.end(); ++first) bars.push_back({std::string(first->first), first->second});
   if (withoutDay > 0) bars.push_back({"without a day", withoutDay});
   if (bars.empty()) return;
   html << "<p>Events of each day";
-  if (days.size() > mostDays) html << ", of the last 60 days";
+  if (earlierDays > 0) {
+    html << ", of the last 60 days; ";
+    html.count(earlier, "event", "events") << " of ";
+    html.count(earlierDays, "day", "days") << " before are not shown";
+  }
   html << "\n";
   writeBars(html, bars);
 }
@@ -105,8 +108,8 @@ class SectionWriter {
       html_.text(*content_.error()) << "\n";
     }
     for (const Target target : content_.targets()) writeField(target);
-    if (content_.hasOther()) {
-      writeLines(html_, "Lines that no rule takes",
+    if (content_.otherCount() > 0) {
+      writeLines(html_, "Lines that no rule takes", content_.otherCount(),
                  [this](const TakeLine& take) { content_.forEachOther(take); });
     }
     html_ << "</details>\n";
@@ -132,17 +135,21 @@ class SectionWriter {
   }
 
   void writeMessages(Target target, Markup title) {
-    writeLines(html_, title, [&](const TakeLine& take) { content_.forEachMessage(target, take); });
+    writeLines(html_, title, content_.count(target),
+               [&](const TakeLine& take) { content_.forEachMessage(target, take); });
   }
 
-  // The number of users, or the folder and whether it can be written.
+  // The number of users, or the test file and whether it could be written.
   void writeItself(const Object& values) {
     for (const Value& value : values) {
       html_ << "<p>";
-      if (value.kind == Kind::yes || value.kind == Kind::no) {
+      if (value.kind == Kind::number) {
+        html_ << "Filtered users: ";
+        html_.number(std::stoull(std::string(value.text)));
+      } else if (value.kind == Kind::yes || value.kind == Kind::no) {
         writeMark(html_, value.kind == Kind::yes, "can be written", "cannot be written");
       } else {
-        html_ << (value.kind == Kind::number ? Markup("Filtered users: ") : Markup("Folder: "));
+        html_ << "Test file: ";
         html_.text(value.text);
       }
       html_ << "\n";
@@ -211,7 +218,10 @@ void writeSections(Html& html, const ShownReport& shown) {
     writeRunHeading(html, *shown.report, runs[at]);
     RunWriter(html, shown).write(runs[at]);
   }
-  writeRest(html, runs.size());
+  if (runs.size() > mostRows) {
+    html << "<p>";
+    html.count(runs.size() - mostRows, "more run is", "more runs are") << " not shown.\n";
+  }
 }
 
 }  // namespace reader

@@ -79,16 +79,19 @@ Findings findingsOf(const Report& report, Origin origin) {
 Summary summaryOf(const Report& report) {
   const Run& run = lastBegun(report);
   Summary summary;
-  summary.started = timeOf(report.entries()[run.entries.front()]).replace(10, 1, " ");
+  summary.time = report.entries()[run.entries.front()].time;
+  if (const auto start = startOf(report, run))
+    summary.started = std::string(*start).replace(10, 1, " ");
   summary.isComplete = isComplete(report, run);
   std::string_view profile;
   for (std::span<const EntryNumber> rest = run.entries; !rest.empty();) {
-    const SectionContent content(report, report.takeSection(rest));
-    if (content.section() == Section::systemEnvironment)
-      summary.server = toUtf8(serverNameIn(content));
-    if (content.section() == Section::serverProfile) addFields(content, summary, profile);
-    if (content.section() == Section::configuration && summary.configuration.empty())
-      summary.configuration = toUtf8(configurationIn(content));
+    const auto entries = report.takeSection(rest);
+    const Section section = report.entries()[entries.front()].section;
+    if (section == Section::systemEnvironment)
+      summary.server = toUtf8(serverNameIn({report, entries}));
+    if (section == Section::serverProfile) addFields({report, entries}, summary, profile);
+    if (section == Section::configuration && summary.configuration.empty())
+      summary.configuration = toUtf8(configurationIn({report, entries}));
   }
   if (summary.server.empty()) summary.server = toUtf8(profile);
   return summary;

@@ -41,8 +41,9 @@ Findings findingsOf(const Report& report, Origin origin);
 
 /// What the run tells that began last. UTF-8.
 struct Summary {
-  std::string server;   ///< Empty if the report does not tell.
-  std::string started;  ///< As yyyy-mm-dd hh:mm:ss.
+  std::string server;      ///< Empty if the report does not tell.
+  std::uint64_t time = 0;  ///< Of its first entry, as the digits of Entry.
+  std::string started;     ///< As yyyy-mm-dd hh:mm:ss; empty if its beginning is lost.
   bool isComplete = false;
   std::array<std::string, 3> versions{};  ///< Of Domino, core and VRX.
   std::string configuration;

@@ -16,6 +16,7 @@ struct Column {
 
 struct TableForm {
   Target target;
+  Markup start;
   Markup title;
   std::span<const Column> columns;
 };
@@ -35,16 +36,19 @@ constexpr Column updates[] = {
     {"date", "Date"}, {"item", "Item"}, {"version", "Version"}, {"server", "Server"}};
 constexpr Column events[] = {{"reported", "When"}, {"category", "Category"}, {"text", "Text"}};
 
-constexpr TableForm forms[] = {{Target::variables, "Variables", variables},
-                               {Target::checks, "Names looked for", checks},
-                               {Target::files, "Files", files},
-                               {Target::fields, "Values", labels},
-                               {Target::rows, "Settings", labels},
-                               {Target::filters, "Senders", filters},
-                               {Target::books, "Address books", books},
-                               {Target::entries, "Entries", entries},
-                               {Target::updates, "Updates", updates},
-                               {Target::events, "Events", events}};
+constexpr Markup plain = "<table>";
+
+constexpr TableForm forms[] = {
+    {Target::variables, plain, "Variables", variables},
+    {Target::checks, plain, "Names looked for", checks},
+    {Target::files, plain, "Files", files},
+    {Target::fields, plain, "Values", labels},
+    {Target::rows, plain, "Settings", labels},
+    {Target::filters, plain, "Senders", filters},
+    {Target::books, "<table class=\"wide books\">", "Address books", books},
+    {Target::entries, "<table class=\"wide entries\">", "Entries", entries},
+    {Target::updates, "<table class=\"wide updates\">", "Updates", updates},
+    {Target::events, plain, "Events", events}};
 
 void writeValue(Html& html, const Object& object, std::string_view key) {
   const auto value = std::ranges::find(object, key, &Value::key);
@@ -70,18 +74,10 @@ void writeRow(Html& html, std::span<const Column> columns, const Object& object)
 }
 
 void writeHeading(Html& html, const TableForm& form, std::size_t count) {
-  html << (form.target == Target::entries ? Markup("<table class=\"wide entries\">")
-                                          : Markup("<table>"))
-       << "<caption>" << form.title << ": ";
+  html << form.start << "<caption>" << form.title << ": ";
   html.number(count) << "</caption><thead><tr>";
   for (const Column& column : form.columns) html << "<th scope=col>" << column.heading;
   html << "</thead><tbody>\n";
-}
-
-std::size_t countOf(const SectionContent& content, Target target) {
-  std::size_t count = 0;
-  content.forEachObject(target, [&count](const Object&) { ++count; });
-  return count;
 }
 
 void writeRows(Html& html, const SectionContent& content, const TableForm& form) {
@@ -109,7 +105,7 @@ void writeUpdates(Html& html, const SectionContent& content) {
 
 void writeTable(Html& html, const SectionContent& content, Target target) {
   const TableForm& form = *std::ranges::find(forms, target, &TableForm::target);
-  const std::size_t count = countOf(content, target);
+  const std::size_t count = content.count(target);
   if (count == 0) {
     html << "<p>" << form.title << ": 0\n";
     return;
