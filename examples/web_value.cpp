@@ -6,9 +6,9 @@
 
 #include <iostream>
 
-#include "platform/code_pages.h"
 #include "replay/exception.h"
 #include "replay/internet/web_request.h"
+#include "replay/unicode.h"
 
 int main(int count, char** arguments) {
   if (count != 3) {
@@ -16,6 +16,7 @@ int main(int count, char** arguments) {
     return 2;
   }
   using replay::internet::WebRequest;
+  namespace unicode = replay::unicode;
   WebRequest request;
   request.base_url = arguments[1];
   request.parameters["product"] = "domino module";
@@ -24,7 +25,7 @@ int main(int count, char** arguments) {
     std::cout << request.value(arguments[2]) << '\n';
     return 0;
   } catch (const WebRequest::WebRequestError& error) {
-    std::cerr << platform::wideToUtf8(error.message()) << '\n';
+    std::cerr << unicode::to_narrow(error.message(), unicode::utf8, false) << '\n';
   } catch (const replay::exception& error) {
     std::cerr << error.what() << '\n';
   }

@@ -45,6 +45,9 @@ using codepage = std::int32_t;
 /// The pseudo page of a straight copy: each unit below 256 is the byte of the same value.
 inline constexpr codepage ascii = -1;
 
+/// The page of UTF-8.
+inline constexpr codepage utf8 = 65001;
+
 /// Converts to the bytes of `page`. With `strict` a character that the page lacks raises
 /// unmappable_character, without it becomes the page's default character; a page that takes no
 /// checks, UTF-8 among them, replaces in either case. Raises invalid_codepage, out_of_memory,
@@ -65,9 +68,5 @@ codepage codepage_of_name(std::string_view name);
 
 /// The preferred name of a page. Raises invalid_codepage for a page that has none.
 const std::string& name_of_codepage(codepage page);
-
-/// Raise the class that stands for an error number of the system in each direction.
-[[noreturn]] void raise_narrowing_failure(std::uint32_t error);
-[[noreturn]] void raise_widening_failure(std::uint32_t error);
 
 }  // namespace replay::unicode

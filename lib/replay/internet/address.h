@@ -1,11 +1,11 @@
 // Addresses of hosts, and the look-up of names.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
-#include "platform/sockets.h"
 #include "replay/exception.h"
 
 namespace replay::internet::address {
@@ -70,7 +70,7 @@ class base {
 class ip4 final : public base {
  public:
   /// The host 255.255.255.255 and the port 0.
-  ip4() = default;
+  ip4();
   /// Looks `host` up, a name or a dotted address. Raises host_not_found, service_not_found, generic
   /// or environment::subsystem_not_ready.
   ip4(const std::string& host, std::uint16_t port);
@@ -78,7 +78,7 @@ class ip4 final : public base {
   void assign(const unsigned char* bytes, std::size_t size) override;
   unsigned char* data() override;
   const unsigned char* data() const override;
-  std::size_t size() const override { return sizeof block_; }
+  std::size_t size() const override { return block_.size(); }
   std::string name(int flags) const override;
   std::uint16_t port() const override;
   bool equal_to(const base& other) const override;
@@ -86,7 +86,7 @@ class ip4 final : public base {
   bool less_than(const base& other) const override;
 
  private:
-  platform::sockaddr_in block_{platform::familyIp4, 0, platform::noAddress, {}};
+  alignas(std::uint32_t) std::array<unsigned char, 16> block_;  // as the system lays it out
 };
 
 }  // namespace replay::internet::address

@@ -1,5 +1,8 @@
 #include "replay/internet/environment.h"
 
+#include <new>
+
+#include "platform/sockets.h"
 #include "replay/text.h"
 
 namespace replay::internet {
@@ -10,7 +13,10 @@ constexpr std::uint16_t version = 0x0101;
 }  // namespace
 
 environment::environment() {
-  const int status = platform::sockets.WSAStartup(version, &data_);
+  static_assert(sizeof data_ == sizeof(platform::SocketLibraryData));
+  static_assert(alignof(environment) == alignof(platform::SocketLibraryData));
+  const int status =
+      platform::sockets.WSAStartup(version, new (data_) platform::SocketLibraryData{});
   switch (status) {
     case 0:
       return;

@@ -3,9 +3,9 @@
 // Each object starts the library once and stops it once; the system does the counting.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
-#include "platform/sockets.h"
 #include "replay/exception.h"
 
 namespace replay::internet {
@@ -52,7 +52,8 @@ class environment {
   void stop();
 
  private:
-  platform::SocketLibraryData data_{};
+  // What the system fills in at the start, its only record of this object.
+  alignas(void*) std::byte data_[sizeof(void*) == 8 ? 408 : 400];
 };
 
 }  // namespace replay::internet

@@ -6,10 +6,11 @@
 // new handshake as well, which are not carried out. No notification is sent at the end.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <string>
 #include <vector>
 
-#include "platform/security.h"
 #include "replay/internet/transport.h"
 
 namespace replay::internet::transport::tcp {
@@ -22,7 +23,15 @@ class ssl : public base {
     explicit security(const std::string& message) : generic(message) { append_name("security"); }
   };
 
-  using certificate_trust = platform::CertificateTrust;
+  /// What makes a server's certificate good.
+  struct certificate_trust {
+    /// A certificate, DER, that is trusted in place of the system's authorities: the server's own
+    /// or one above it. Empty for the system's authorities.
+    std::string certificate;
+    /// Takes every certificate, whoever signed it and whatever name it has: nobody knows then who
+    /// is at the other end.
+    bool acceptEverything = false;
+  };
 
   /// Connects to `server` with the time-out of receiving set, and establishes the security context
   /// as its client. `host_name`, a name or a dotted address, is what the server's certificate must
@@ -30,8 +39,8 @@ class ssl : public base {
   /// with AES-GCM is spoken: with other suites the provider fills less than the header and trailer
   /// that it asks for, and a message sent at full size would not be valid. Raises security, and
   /// what opening, connecting, sending and receiving raise.
-  ssl(const address::base& server, const std::string& host_name,
-      const certificate_trust& trust = {});
+  ssl(const address::base& server, const std::string& host_name, const certificate_trust& trust);
+  ssl(const address::base& server, const std::string& host_name);
   ~ssl() override;
 
   /// Sends what waits as messages of the largest size. What a failed message held is gone.
@@ -40,17 +49,17 @@ class ssl : public base {
   /// Adds the data of one message to the read queue.
   void fill() override;
 
- protected:
-  /// Takes over an established context.
-  explicit ssl(platform::SecureStream established);
-
  private:
-  void receive_more();
-  bool take_message(platform::SecurityBuffer* buffers, std::size_t count);
+  struct message;
 
-  std::vector<char> encrypted_input_;  // received and not yet decrypted
-  platform::SecurityContext context_{};
-  platform::SecurityStreamSizes stream_sizes_{};
+  void receive_more();
+  bool take_message(const message& buffers);
+
+  std::vector<char> encrypted_input_;        // received and not yet decrypted
+  std::array<std::uintptr_t, 2> context_{};  // as the security provider names it
+  std::uint32_t header_size_ = 0;
+  std::uint32_t trailer_size_ = 0;
+  std::uint32_t maximum_size_ = 0;
 };
 
 }  // namespace replay::internet::transport::tcp

@@ -11,7 +11,6 @@
 #include <string>
 #include <string_view>
 
-#include "platform/sockets.h"
 #include "replay/exception.h"
 #include "replay/internet/address.h"
 #include "replay/internet/byte_queue.h"
@@ -85,12 +84,13 @@ class base {
 
  protected:
   void open_socket(const address::base& address, int type);
-  platform::SocketHandle socket() const { return socket_; }
+  /// The system's handle, the descriptor on Linux; all bits are set where there is no socket.
+  std::uintptr_t socket() const { return socket_; }
 
  private:
   std::uint32_t received_ = 0;
   std::uint32_t sent_ = 0;
-  platform::SocketHandle socket_ = platform::noSocket;
+  std::uintptr_t socket_ = ~std::uintptr_t{0};
 };
 
 namespace tcp {

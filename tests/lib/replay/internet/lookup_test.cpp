@@ -6,9 +6,9 @@
 
 #include "lib/replay/internet/tables.h"
 #include "replay/internet/address.h"
-#include "replay/internet/byte_order.h"
+#include "replay/internet/detail/byte_order.h"
+#include "replay/internet/detail/name_lookup_emulation.h"
 #include "replay/internet/environment.h"
-#include "replay/internet/name_lookup_emulation.h"
 #include "replay/text.h"
 #include "support/rows.h"
 

@@ -8,7 +8,7 @@
 
 #include "platform/sockets.h"
 #include "replay/exception.h"
-#include "replay/internet/name_lookup.h"
+#include "replay/internet/detail/name_lookup.h"
 
 namespace test {
 

@@ -11,7 +11,7 @@
 
 #include "lib/replay/internet/tables.h"
 #include "replay/internet/address.h"
-#include "replay/internet/byte_order.h"
+#include "replay/internet/detail/byte_order.h"
 #include "replay/internet/environment.h"
 
 namespace {

@@ -8,6 +8,7 @@
 #include "lib/replay/internet/handshakes.h"
 #include "lib/replay/internet/peer.h"
 #include "platform/posix/openssl_connection.h"
+#include "platform/security.h"
 #include "support/folders.h"
 
 namespace {

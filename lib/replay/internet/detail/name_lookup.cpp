@@ -1,6 +1,6 @@
-#include "replay/internet/name_lookup.h"
+#include "replay/internet/detail/name_lookup.h"
 
-#include "replay/internet/name_lookup_emulation.h"
+#include "replay/internet/detail/name_lookup_emulation.h"
 
 namespace replay::internet::address {
 namespace {
