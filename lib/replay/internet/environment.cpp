@@ -15,8 +15,7 @@ constexpr std::uint16_t version = 0x0101;
 environment::environment() {
   static_assert(sizeof data_ == sizeof(platform::SocketLibraryData));
   static_assert(alignof(environment) == alignof(platform::SocketLibraryData));
-  const int status =
-      platform::sockets.WSAStartup(version, new (data_) platform::SocketLibraryData{});
+  const int status = platform::sockets.WSAStartup(version, new (data_) platform::SocketLibraryData);
   switch (status) {
     case 0:
       return;

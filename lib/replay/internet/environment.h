@@ -53,7 +53,7 @@ class environment {
 
  private:
   // What the system fills in at the start, its only record of this object.
-  alignas(void*) std::byte data_[sizeof(void*) == 8 ? 408 : 400];
+  alignas(void*) std::byte data_[sizeof(void*) == 8 ? 408 : 400]{};
 };
 
 }  // namespace replay::internet
