@@ -48,11 +48,13 @@ class environment {
   /// Stops the library; nobody sees a failure of that.
   ~environment();
 
-  /// Stops the library; one that is not started is no failure. Raises subsystem_failed or generic.
+  /// Stops the library, which the destructor then does not do again; one that is not started is no
+  /// failure. Raises subsystem_failed or generic.
   void stop();
 
  private:
   platform::SocketLibraryData data_{};
+  bool started_ = true;
 };
 
 }  // namespace replay::internet
