@@ -14,8 +14,8 @@
 
 namespace {
 
-// The allocation of this number, counted from 1, finds no memory.
-int failingAllocation = 0;
+// The thread's allocation of this number, counted from 1, finds no memory.
+thread_local int failingAllocation = 0;
 
 }  // namespace
 

@@ -1,17 +1,16 @@
 // The encrypted stream over the provider of this system.
 #include <openssl/err.h>
 
-#include <cstdlib>
 #include <optional>
-#include <stdexcept>
 
 #include "lib/replay/internet/handshakes.h"
 #include "lib/replay/internet/peer.h"
+#include "lib/replay/internet/posix/certificates.h"
 #include "platform/posix/openssl_connection.h"
-#include "support/folders.h"
 
 namespace {
 
+using test::certificates;
 using test::failureOf;
 using test::handshakeStatus;
 using test::Peer;
@@ -20,17 +19,6 @@ int released = 0;  // buffers
 std::uint32_t encryptStatus = 0;
 // The table is there before anything runs.
 const platform::SecurityApi real = platform::security;  // NOLINT(*-interfaces-global-init)
-
-/// A folder with the certificates of make_certificates.sh, made once for a program.
-const test::TemporaryFolder& certificates() {
-  static const test::TemporaryFolder folder;
-  static const int status =
-      std::system(("'" + test::inRepository("tests/lib/replay/internet/make_certificates.sh") +
-                   "' " + folder.text())
-                      .c_str());
-  if (status != 0) throw std::runtime_error(test::contentOf(folder.path() / "log.txt"));
-  return folder;
-}
 
 // A TLS server at the other end of a played connection: it handles at once what the client sends.
 class TlsServer : public Peer {
