@@ -1,6 +1,8 @@
 // The sockets library, held open for as long as an object lives.
 //
 // Each object starts the library once and stops it once; the system does the counting.
+//
+// Threads: each may start and stop objects of its own, whatever others do; an object is not shared.
 #pragma once
 
 #include <string>

@@ -4,6 +4,8 @@
 // of the plain one, and the counters count encrypted bytes. Whatever the security provider answers
 // beside success and "incomplete" is the end of the stream: a close notification and a wish for a
 // new handshake as well, which are not carried out. No notification is sent at the end.
+//
+// Threads: one object, one thread at a time; separate objects at once.
 #pragma once
 
 #include <string>
