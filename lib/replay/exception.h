@@ -3,6 +3,8 @@
 // An object says what it is by a dotted name that follows the inheritance of its class: each
 // constructor of the chain appends its own word. Everything in the library fails by throwing a
 // class of this tree by value, so that a caller catches a whole family through any base.
+//
+// Threads: one object, one thread at a time, as what() changes it; separate objects at once.
 #pragma once
 
 #include <exception>

@@ -1,4 +1,6 @@
 // The root of failures whose texts are wide, for applications to derive from.
+//
+// Threads: one object, one thread at a time, as its texts are made when asked for.
 #pragma once
 
 #include <string>

@@ -1,4 +1,6 @@
 // Helpers for narrow text that the rest of the library shares.
+//
+// Threads: any number may call these at once, on texts that no other changes.
 #pragma once
 
 #include <cstdint>

@@ -3,6 +3,8 @@
 // A result is a new string, made only when the whole conversion has succeeded. A failed conversion
 // is a class of this namespace with an empty message; the two directions read the system's error
 // numbers differently, because only one of them has proved the page before it converts.
+//
+// Threads: any number may call the functions at once.
 #pragma once
 
 #include <cstdint>

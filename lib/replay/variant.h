@@ -1,4 +1,6 @@
 // A small tagged value: nothing, an integer, a floating-point number or a text.
+//
+// Threads: may share an object that none of them changes.
 #pragma once
 
 #include <cstdint>

@@ -79,7 +79,7 @@ const unsigned char* ip4::data() const { return block_.data(); }
 
 std::string ip4::name(int flags) const {
   std::array<char, name_lookup::name_size> text{};
-  name_lookup& lookup = process_name_lookup();
+  const name_lookup& lookup = process_name_lookup();
   constexpr int size = sizeof block_;
   if (lookup.get_name_info(data(), size, text.data(), flags) == 0 ||
       lookup.get_name_info(data(), size, text.data(), emulation::numeric_name) == 0) {

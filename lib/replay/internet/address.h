@@ -1,4 +1,6 @@
 // Addresses of hosts, and the look-up of names.
+//
+// Threads: may look up names at once, and share an address that none of them changes.
 #pragma once
 
 #include <array>

@@ -2,6 +2,8 @@
 //
 // Bytes are appended behind the last and taken from the front in blocks; what stays never moves for
 // a take. The storage grows in proportion to the bytes that wait, and is kept when they are gone.
+//
+// Threads: one queue, one thread at a time.
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,8 @@
 // The sockets library, held open for as long as an object lives.
 //
 // Each object starts the library once and stops it once; the system does the counting.
+//
+// Threads: each may start and stop objects of its own, whatever others do; an object is not shared.
 #pragma once
 
 #include <cstddef>
@@ -48,12 +50,14 @@ class environment {
   /// Stops the library; nobody sees a failure of that.
   ~environment();
 
-  /// Stops the library; one that is not started is no failure. Raises subsystem_failed or generic.
+  /// Stops the library, which the destructor then does not do again; one that is not started is no
+  /// failure. Raises subsystem_failed or generic.
   void stop();
 
  private:
   // What the system fills in at the start, its only record of this object.
   alignas(void*) std::byte data_[sizeof(void*) == 8 ? 408 : 400]{};
+  bool started_ = true;
 };
 
 }  // namespace replay::internet

@@ -3,6 +3,8 @@
 // One connection for each request, which a monitor sees step by step and may abort. The client
 // reads until the server closes, or until the last chunk. No redirects, no proxy, no
 // authentication, and no connection is kept.
+//
+// Threads: may send requests at once, each with a monitor of its own.
 #pragma once
 
 #include <cstdint>

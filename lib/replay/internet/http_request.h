@@ -1,4 +1,6 @@
 // What an HTTP client asks of whom.
+//
+// Threads: may share, and send, a request that none of them changes.
 #pragma once
 
 #include <map>

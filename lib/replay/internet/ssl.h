@@ -4,6 +4,8 @@
 // of the plain one, and the counters count encrypted bytes. Whatever the security provider answers
 // beside success and "incomplete" is the end of the stream: a close notification and a wish for a
 // new handshake as well, which are not carried out. No notification is sent at the end.
+//
+// Threads: one object, one thread at a time; separate objects at once.
 #pragma once
 
 #include <array>
@@ -35,10 +37,10 @@ class ssl : public base {
 
   /// Connects to `server` with the time-out of receiving set, and establishes the security context
   /// as its client. `host_name`, a name or a dotted address, is what the server's certificate must
-  /// be for; `trust` tells which authorities count, those of the system by default. Only TLS 1.2
-  /// with AES-GCM is spoken: with other suites the provider fills less than the header and trailer
-  /// that it asks for, and a message sent at full size would not be valid. Raises security, and
-  /// what opening, connecting, sending and receiving raise.
+  /// have among its alternative names; `trust` tells which authorities count, those of the system
+  /// by default. Only TLS 1.2 with AES-GCM is spoken: with other suites the provider fills less
+  /// than the header and trailer that it asks for, and a message sent at full size would not be
+  /// valid. Raises security, and what opening, connecting, sending and receiving raise.
   ssl(const address::base& server, const std::string& host_name, const certificate_trust& trust);
   ssl(const address::base& server, const std::string& host_name);
   ~ssl() override;

@@ -1,9 +1,11 @@
 // Sockets, and the byte streams on top of them.
 //
 // A stream is made, opened, connected, and then read and written in any order; its destructor
-// closes the socket. The sockets block, and an object is used by one thread at a time. A failed
-// call of the sockets library raises one of the classes below, or one of the environment's where
-// the library itself is down; every operation that calls it may.
+// closes the socket. The sockets block. A failed call of the sockets library raises one of the
+// classes below, or one of the environment's where the library itself is down; every operation that
+// calls it may.
+//
+// Threads: one object, one thread at a time; separate objects at once.
 #pragma once
 
 #include <cstddef>

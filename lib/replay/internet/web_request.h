@@ -1,4 +1,6 @@
 // Named values sent to a web server as a query, and the text that it answers.
+//
+// Threads: one object, one thread at a time; separate objects at once.
 #pragma once
 
 #include <exception>
