@@ -13,8 +13,10 @@
 
 namespace replay {
 
+/// Any failure of the library.
 class exception : public std::exception {
  public:
+  /// Takes what message() gives.
   explicit exception(const std::string& message) : message_(message) {}
 
   /// The name, and the message in square brackets behind it. Valid until the next call. Where there
@@ -26,7 +28,8 @@ class exception : public std::exception {
   virtual const char* name() const;
 
  protected:
-  /// Called once by the constructor of each class of the tree, from the root down.
+  /// Called once by the constructor of each class of the tree, from the root down, with the word
+  /// that goes behind the name so far and a dot.
   void append_name(std::string_view word);
 
   /// For exception_w, which derives its narrow texts from its wide ones only when asked.

@@ -15,27 +15,35 @@
 
 namespace replay::unicode {
 
+/// A conversion that failed for a reason that no class below tells.
 class generic : public exception {
  public:
+  /// Takes what message() gives.
   explicit generic(const std::string& message) : exception(message) { append_name("unicode"); }
 };
 
+/// The system took the room for the result for too small.
 class out_of_memory : public generic {
  public:
+  /// Takes what message() gives.
   explicit out_of_memory(const std::string& message) : generic(message) {
     append_name("out_of_memory");
   }
 };
 
+/// There is no such code page here; where a page or name was looked up, the message tells it.
 class invalid_codepage : public generic {
  public:
+  /// Takes what message() gives.
   explicit invalid_codepage(const std::string& message) : generic(message) {
     append_name("invalid_codepage");
   }
 };
 
+/// A character that the code page lacks, or bytes that are none of the page.
 class unmappable_character : public generic {
  public:
+  /// Takes what message() gives.
   explicit unmappable_character(const std::string& message) : generic(message) {
     append_name("unmappable_character");
   }
@@ -61,7 +69,7 @@ std::string to_narrow(std::u16string_view text, codepage page, bool strict);
 /// unmappable_character or generic; generic also for non-empty text that gives no unit at all.
 std::u16string to_wide(std::string_view text, codepage page);
 
-/// Converts text of the system's default page to UTF-8.
+/// Converts text of the system's default page to UTF-8. Raises what to_wide() raises.
 std::string to_utf8(std::string_view text);
 
 /// The page of a character set's name; case and all but letters and digits do not count. Raises

@@ -12,29 +12,38 @@
 
 namespace replay::internet::address {
 
+/// A look-up that failed for a reason that no class below tells. The message has the status, which
+/// is 0x00002afa where no name server answered.
 class generic : public exception {
  public:
+  /// Takes what message() gives.
   explicit generic(const std::string& message) : exception(message) {
     append_name("internet.address");
   }
 };
 
+/// Raw bytes that are no address of the kind.
 class invalid_address_format : public generic {
  public:
+  /// Takes what message() gives.
   explicit invalid_address_format(const std::string& message) : generic(message) {
     append_name("invalid_address_format");
   }
 };
 
+/// No host has the name, or the host has no address.
 class host_not_found : public generic {
  public:
+  /// Takes what message() gives.
   explicit host_not_found(const std::string& message) : generic(message) {
     append_name("host_not_found");
   }
 };
 
+/// The system offers no service of the kind that was asked for.
 class service_not_found : public generic {
  public:
+  /// Takes what message() gives.
   explicit service_not_found(const std::string& message) : generic(message) {
     append_name("service_not_found");
   }
@@ -48,21 +57,28 @@ class base {
   virtual void assign(const unsigned char* bytes, std::size_t size) = 0;
   /// The raw bytes, `size()` of them, in network byte order.
   virtual unsigned char* data() = 0;
+  /// The same bytes, to read.
   virtual const unsigned char* data() const = 0;
+  /// The number of raw bytes.
   virtual std::size_t size() const = 0;
   /// The name of the host, or its dotted form where it has none. `flags` are those of the system's
   /// look-up of names: 1 without the domain, 2 dotted, 4 with a name required; the dotted form
   /// stands in for any failure. Raises environment::subsystem_not_ready, host_not_found or generic.
   virtual std::string name(int flags) const = 0;
+  /// The port as a number.
   virtual std::uint16_t port() const = 0;
+  /// Whether all raw bytes are equal.
   virtual bool equal_to(const base& other) const = 0;
+  /// The opposite of equal_to().
   virtual bool not_equal_to(const base& other) const = 0;
+  /// Whether this one is shorter or, at the same size, has the smaller of the first bytes that
+  /// differ.
   virtual bool less_than(const base& other) const = 0;
 
  protected:
   base() = default;
-  base(const base&) = default;
-  base& operator=(const base&) = default;
+  base(const base&) = default;             ///< As a value.
+  base& operator=(const base&) = default;  ///< As a value.
   ~base() = default;
 };
 

@@ -12,31 +12,42 @@
 
 namespace replay::internet {
 
+/// The sockets library, started. Whoever looks up names, connects or sends a request needs one
+/// while it does so; WebRequest makes its own.
 class environment {
  public:
+  /// A start or stop that failed for a reason that no class below tells; the message has the
+  /// status.
   class generic : public exception {
    public:
+    /// Takes what message() gives.
     explicit generic(const std::string& message) : exception(message) {
       append_name("internet.environment");
     }
   };
 
+  /// The network is down, or a name was looked up without an environment.
   class subsystem_not_ready : public generic {
    public:
+    /// Takes what message() gives.
     explicit subsystem_not_ready(const std::string& message) : generic(message) {
       append_name("subsystem_not_ready");
     }
   };
 
+  /// A socket was used without an environment, or the library could not be stopped.
   class subsystem_failed : public generic {
    public:
+    /// Takes what message() gives.
     explicit subsystem_failed(const std::string& message) : generic(message) {
       append_name("subsystem_failed");
     }
   };
 
+  /// The system lacks the library's version.
   class version_not_supported : public generic {
    public:
+    /// Takes what message() gives.
     explicit version_not_supported(const std::string& message) : generic(message) {
       append_name("version_not_supported");
     }

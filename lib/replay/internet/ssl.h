@@ -17,11 +17,13 @@
 
 namespace replay::internet::transport::tcp {
 
+/// A stream over TLS 1.2, the client of a server whose certificate was good.
 class ssl : public base {
  public:
   /// The security provider failed; the message tells its operation and status.
   class security : public generic {
    public:
+    /// Takes what message() gives.
     explicit security(const std::string& message) : generic(message) { append_name("security"); }
   };
 
@@ -42,6 +44,7 @@ class ssl : public base {
   /// than the header and trailer that it asks for, and a message sent at full size would not be
   /// valid. Raises security, and what opening, connecting, sending and receiving raise.
   ssl(const address::base& server, const std::string& host_name, const certificate_trust& trust);
+  /// The same with the authorities of the system.
   ssl(const address::base& server, const std::string& host_name);
   ~ssl() override;
 
