@@ -40,9 +40,9 @@ elseif(OpenSSL_FOUND)
   set(library_pc_requires ", libssl >= ${library_openssl_version}, libcrypto")
 endif()
 
-# install_library(<component> <folder of the archives>): below any prefix, which the files find from
-# where they lie.
-function(install_library component libdir)
+# install_library(<component> <folder of the archives> <folder of the page>): below any prefix, which the
+# files find from where they lie.
+function(install_library component libdir docdir)
   set(rule COMPONENT ${component} EXCLUDE_FROM_ALL)
   set(made ${CMAKE_BINARY_DIR}/${component})
   string(REGEX REPLACE "[^/]+" ".." to_prefix ${libdir})
@@ -57,17 +57,24 @@ function(install_library component libdir)
   install(FILES ${made}/replay.pc ${made}/replay-internet.pc DESTINATION ${libdir}/pkgconfig ${rule})
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/lib/replay DESTINATION include ${rule}
     FILES_MATCHING PATTERN "*.h" PATTERN detail EXCLUDE)
+  install(FILES ${library_page} DESTINATION ${docdir} ${rule})
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${docdir} ${rule} FILES_MATCHING PATTERN "*.cpp")
 endfunction()
 
-install_library(replay lib)
+set(library_page ${PROJECT_SOURCE_DIR}/docs/replay.md)
+if(WIN32)
+  configure_file(${library_page} replay.md @ONLY NEWLINE_STYLE DOS)
+  set(library_page ${CMAKE_BINARY_DIR}/replay.md)
+endif()
+install_library(replay lib share/doc/replay)
 
 # What the packages hold: Debian's has its archives in the folder of its architecture.
 if(WIN32)
-  install_library(library_package lib)
+  install_library(library_package lib .)
   install(FILES ${CMAKE_BINARY_DIR}/THIRD-PARTY-NOTICES.txt DESTINATION . COMPONENT library_package
     EXCLUDE_FROM_ALL)
 else()
-  install_library(library_package lib/${CMAKE_LIBRARY_ARCHITECTURE})
+  install_library(library_package lib/${CMAKE_LIBRARY_ARCHITECTURE} share/doc/libreplay-dev)
   add_dependencies(library_package debian_changelog)
   install(FILES ${packaging}/library/copyright ${PROJECT_SOURCE_DIR}/THIRD-PARTY-NOTICES ${CMAKE_BINARY_DIR}/changelog.gz
     DESTINATION share/doc/libreplay-dev COMPONENT library_package EXCLUDE_FROM_ALL)

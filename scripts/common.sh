@@ -12,7 +12,7 @@ export HOME=${HOME:-$(getent passwd "$(id -u)" | cut -d: -f6)}
 build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libdtl-dev libexpat1-dev)
 
 # What a stranger's project needs that is built with the installed support library.
-stranger_packages=(libssl-dev pkg-config python3)
+stranger_packages=(libssl-dev openssl pkg-config python3)
 
 # What a command is to stand behind that only root may run; empty for root. Where there is no way to
 # become root, the command itself will say so.
