@@ -1,22 +1,18 @@
 // Downloads a resource into a file, shows how far it is, and stops at 100 MB.
 //
-//   python3 -m http.server --bind 127.0.0.1 8080 &
-//   example_download http://127.0.0.1:8080/reply.xml copy.xml
+//   download http://127.0.0.1:8080/reply.xml copy.xml
 
 #include <fstream>
 #include <iostream>
 
 #include "replay/internet/environment.h"
 #include "replay/internet/http.h"
+#include "replay/internet/http_request.h"
 
-namespace {
+using namespace replay::internet;
 
-class Progress : public replay::internet::http::monitor_type {
+class progress : public http::monitor_type {
  public:
-  bool on_status(std::int32_t status) override {
-    std::cerr << "status " << status << '\n';
-    return true;
-  }
   bool on_response_body(const std::string& /*body*/, std::uint32_t length, std::uint32_t /*piece*/,
                         std::int32_t total) override {
     std::cerr << '\r' << length << " of " << total << " bytes";
@@ -24,21 +20,20 @@ class Progress : public replay::internet::http::monitor_type {
   }
 };
 
-}  // namespace
-
 int main(int count, char** arguments) {
   if (count != 3) {
-    std::cerr << "usage: example_download <address> <file>\n";
+    std::cerr << "usage: download ADDRESS FILE\n";
     return 2;
   }
-  using namespace replay::internet;
   try {
     const environment started;
-    Progress progress;
-    const http::response reply = http::get(http::request(arguments[1]), progress);
-    std::cerr << '\n';
-    std::ofstream(arguments[2], std::ios::binary) << reply.body;
-    return reply.status == 200 ? 0 : 1;
+    progress shown;
+    const http::response reply = http::get(http::request(arguments[1]), shown);
+    if (reply.status != 200) throw replay::exception("status " + std::to_string(reply.status));
+    std::ofstream file(arguments[2], std::ios::binary);
+    file << reply.body << std::flush;
+    if (!file) throw replay::exception("the file could not be written");
+    return 0;
   } catch (const replay::exception& error) {
     std::cerr << '\n' << error.what() << '\n';
     return 1;

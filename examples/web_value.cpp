@@ -1,21 +1,21 @@
-// Prints a value out of the XML document that a web server answers.
+// Asks a web server with a named value, and prints a value out of the XML document that it answers.
 //
-//   echo '<reply><version>5.0.218</version></reply>' >reply.xml
-//   python3 -m http.server --bind 127.0.0.1 8080 &
-//   example_web_value http://127.0.0.1:8080/reply.xml reply.version
+//   web_value http://127.0.0.1:8080/reply.xml reply.version
 
 #include <iostream>
+#include <stdexcept>
 
-#include "platform/code_pages.h"
 #include "replay/exception.h"
 #include "replay/internet/web_request.h"
+#include "replay/unicode.h"
 
 int main(int count, char** arguments) {
+  using replay::internet::WebRequest;
+  namespace unicode = replay::unicode;
   if (count != 3) {
-    std::cerr << "usage: example_web_value <address> <path of the value>\n";
+    std::cerr << "usage: web_value ADDRESS PATH\n";
     return 2;
   }
-  using replay::internet::WebRequest;
   WebRequest request;
   request.base_url = arguments[1];
   request.parameters["product"] = "domino module";
@@ -24,9 +24,11 @@ int main(int count, char** arguments) {
     std::cout << request.value(arguments[2]) << '\n';
     return 0;
   } catch (const WebRequest::WebRequestError& error) {
-    std::cerr << platform::wideToUtf8(error.message()) << '\n';
+    std::cerr << unicode::to_narrow(error.message(), unicode::utf8, false) << '\n';
   } catch (const replay::exception& error) {
     std::cerr << error.what() << '\n';
+  } catch (const std::out_of_range&) {
+    std::cerr << "the reply ends within the value\n";
   }
   return 1;
 }

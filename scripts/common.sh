@@ -11,6 +11,9 @@ export HOME=${HOME:-$(getent passwd "$(id -u)" | cut -d: -f6)}
 # What the programs are built with.
 build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libdtl-dev libexpat1-dev)
 
+# What a stranger's project needs that is built with the installed support library.
+stranger_packages=(libssl-dev openssl pkg-config python3)
+
 # What a command is to stand behind that only root may run; empty for root. Where there is no way to
 # become root, the command itself will say so.
 as_root=()

@@ -91,7 +91,8 @@ struct HandshakeStream {
 /// What makes a server's certificate good.
 struct CertificateTrust {
   /// A certificate, DER, that is trusted in place of the system's authorities: the server's own or
-  /// one above it. Empty for the system's authorities.
+  /// one above it. What stands above the trusted one does not count. Empty for the system's
+  /// authorities.
   std::string certificate;
   /// Takes every certificate, whoever signed it and whatever name it has: nobody knows then who is
   /// at the other end.
@@ -120,10 +121,11 @@ class SecurityFailure : public std::exception {
 };
 
 /// Runs the client's side of a handshake with the server `host`, a name or a dotted address, and
-/// checks its certificate: validity, chain and name. Only TLS 1.2 with an AES-GCM suite is
-/// accepted: there every message has a header and a trailer of exactly the sizes told, so that
-/// messages may be sent at full size without a look at the lengths that the provider gives back.
-/// Raises SecurityFailure, and what the stream raises.
+/// checks its certificate: chain, validity and name, which has to be one of the alternative names,
+/// and raises the first fault of these. Only TLS 1.2 with an AES-GCM suite is accepted: there every
+/// message has a header and a trailer of exactly the sizes told, so that messages may be sent at
+/// full size without a look at the lengths that the provider gives back. Raises SecurityFailure,
+/// and what the stream raises.
 SecureStream clientHandshake(const HandshakeStream& stream, const std::string& host,
                              const CertificateTrust& trust);
 

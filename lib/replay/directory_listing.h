@@ -1,4 +1,6 @@
 // The names in a folder.
+//
+// Threads: any number may call this at once.
 #pragma once
 
 #include <string>

@@ -3,6 +3,8 @@
 // An object says what it is by a dotted name that follows the inheritance of its class: each
 // constructor of the chain appends its own word. Everything in the library fails by throwing a
 // class of this tree by value, so that a caller catches a whole family through any base.
+//
+// Threads: one object, one thread at a time, as what() changes it; separate objects at once.
 #pragma once
 
 #include <exception>
@@ -11,8 +13,10 @@
 
 namespace replay {
 
+/// Any failure of the library.
 class exception : public std::exception {
  public:
+  /// Takes what message() gives.
   explicit exception(const std::string& message) : message_(message) {}
 
   /// The name, and the message in square brackets behind it. Valid until the next call. Where there
@@ -24,7 +28,8 @@ class exception : public std::exception {
   virtual const char* name() const;
 
  protected:
-  /// Called once by the constructor of each class of the tree, from the root down.
+  /// Called once by the constructor of each class of the tree, from the root down, with the word
+  /// that goes behind the name so far and a dot.
   void append_name(std::string_view word);
 
   /// For exception_w, which derives its narrow texts from its wide ones only when asked.

@@ -1,4 +1,6 @@
 // The MD5 digest of a text (RFC 1321). It serves to recognise a text, not to protect one.
+//
+// Threads: any number may call this at once.
 #pragma once
 
 #include <string>

@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "replay/finder.h"
+#include "replay/detail/finder.h"
 
 namespace replay {
 namespace {

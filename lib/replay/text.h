@@ -1,4 +1,6 @@
 // Helpers for narrow text that the rest of the library shares.
+//
+// Threads: any number may call these at once, on texts that no other changes.
 #pragma once
 
 #include <cstdint>
@@ -15,14 +17,18 @@ namespace replay {
 /// Whether `text` begins with `prefix`, case included.
 bool starts_with(std::string_view text, std::string_view prefix);
 
-/// Change each letter by the runtime library's own rule for a single character.
+/// The small letter of a character, by the runtime library's own rule for a single one.
 char lowered(char character);
+/// Makes each letter a small one, in place.
 void to_lower(std::string& text);
+/// Makes each letter a capital, in place.
 void to_upper(std::string& text);
+/// A copy with each letter a small one.
 std::string lowered(std::string_view text);
 
-/// Compare without regard to case. `iless` is an ordering for maps.
+/// Whether two texts are equal but for the case of letters.
 bool iequals(std::string_view left, std::string_view right);
+/// Whether `left` comes before `right`, the case of letters aside: an ordering for maps.
 bool iless(std::string_view left, std::string_view right);
 
 /// Replaces each occurrence of `pattern`, from the start on and never within what was inserted. An

@@ -10,7 +10,7 @@
 
 #include "platform/ascii.h"
 #include "platform/code_pages.h"
-#include "replay/codepage_tables.h"
+#include "replay/detail/codepage_tables.h"
 #include "replay/text.h"
 
 namespace replay::unicode {
@@ -166,7 +166,7 @@ std::string to_narrow(std::u16string_view text, codepage page, bool strict) {
       number, text, result.units(), allows_checks(page) ? &used_default : nullptr);
   // A replaced character is the better reason where the conversion has also failed.
   if (used_default && strict) throw unmappable_character("");
-  if (conversion.length == 0) raise_narrowing_failure(conversion.error);
+  if (conversion.length == 0) raise_failure(narrowing_failures, conversion.error);
   return result.first(conversion.length);
 }
 
@@ -176,11 +176,11 @@ std::u16string to_wide(std::string_view text, codepage page) {
   working_buffer<char16_t> result(text.size());
   const platform::Conversion conversion = platform::narrowToWide(
       static_cast<std::uint32_t>(page), allows_checks(page), text, result.units());
-  if (conversion.length == 0) raise_widening_failure(conversion.error);
+  if (conversion.length == 0) raise_failure(widening_failures, conversion.error);
   return result.first(conversion.length);
 }
 
-std::string to_utf8(std::string_view text) { return to_narrow(to_wide(text, 0), 65001, true); }
+std::string to_utf8(std::string_view text) { return to_narrow(to_wide(text, 0), utf8, true); }
 
 codepage codepage_of_name(std::string_view name) {
   const std::string key = normalised(name);
@@ -197,9 +197,5 @@ const std::string& name_of_codepage(codepage page) {
   }
   return found->second;
 }
-
-void raise_narrowing_failure(std::uint32_t error) { raise_failure(narrowing_failures, error); }
-
-void raise_widening_failure(std::uint32_t error) { raise_failure(widening_failures, error); }
 
 }  // namespace replay::unicode

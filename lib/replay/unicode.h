@@ -3,6 +3,8 @@
 // A result is a new string, made only when the whole conversion has succeeded. A failed conversion
 // is a class of this namespace with an empty message; the two directions read the system's error
 // numbers differently, because only one of them has proved the page before it converts.
+//
+// Threads: any number may call the functions at once.
 #pragma once
 
 #include <cstdint>
@@ -13,27 +15,35 @@
 
 namespace replay::unicode {
 
+/// A conversion that failed for a reason that no class below tells.
 class generic : public exception {
  public:
+  /// Takes what message() gives.
   explicit generic(const std::string& message) : exception(message) { append_name("unicode"); }
 };
 
+/// The system took the room for the result for too small.
 class out_of_memory : public generic {
  public:
+  /// Takes what message() gives.
   explicit out_of_memory(const std::string& message) : generic(message) {
     append_name("out_of_memory");
   }
 };
 
+/// There is no such code page here; where a page or name was looked up, the message tells it.
 class invalid_codepage : public generic {
  public:
+  /// Takes what message() gives.
   explicit invalid_codepage(const std::string& message) : generic(message) {
     append_name("invalid_codepage");
   }
 };
 
+/// A character that the code page lacks, or bytes that are none of the page.
 class unmappable_character : public generic {
  public:
+  /// Takes what message() gives.
   explicit unmappable_character(const std::string& message) : generic(message) {
     append_name("unmappable_character");
   }
@@ -44,6 +54,9 @@ using codepage = std::int32_t;
 
 /// The pseudo page of a straight copy: each unit below 256 is the byte of the same value.
 inline constexpr codepage ascii = -1;
+
+/// The page of UTF-8.
+inline constexpr codepage utf8 = 65001;
 
 /// Converts to the bytes of `page`. With `strict` a character that the page lacks raises
 /// unmappable_character, without it becomes the page's default character; a page that takes no
@@ -56,7 +69,7 @@ std::string to_narrow(std::u16string_view text, codepage page, bool strict);
 /// unmappable_character or generic; generic also for non-empty text that gives no unit at all.
 std::u16string to_wide(std::string_view text, codepage page);
 
-/// Converts text of the system's default page to UTF-8.
+/// Converts text of the system's default page to UTF-8. Raises what to_wide() raises.
 std::string to_utf8(std::string_view text);
 
 /// The page of a character set's name; case and all but letters and digits do not count. Raises
@@ -65,9 +78,5 @@ codepage codepage_of_name(std::string_view name);
 
 /// The preferred name of a page. Raises invalid_codepage for a page that has none.
 const std::string& name_of_codepage(codepage page);
-
-/// Raise the class that stands for an error number of the system in each direction.
-[[noreturn]] void raise_narrowing_failure(std::uint32_t error);
-[[noreturn]] void raise_widening_failure(std::uint32_t error);
 
 }  // namespace replay::unicode

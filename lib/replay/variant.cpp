@@ -5,7 +5,7 @@
 #include <limits>
 #include <type_traits>
 
-#include "replay/leading_integer.h"
+#include "replay/detail/leading_integer.h"
 
 namespace replay {
 namespace {

@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "replay/leading_integer.h"
+#include "replay/detail/leading_integer.h"
 #include "replay/unicode.h"
 
 namespace base {
 namespace {
 
 constexpr replay::unicode::codepage utf7 = 65000;
-constexpr replay::unicode::codepage utf8 = 65001;
 
 // Wide characters in the fixed buffer of toWideFromLocal, its closing zero included. The buffers of
 // the Notes library are no longer than that.
@@ -35,7 +34,7 @@ std::u16string toWideFromUtf7(std::string_view text) {
 }
 
 std::u16string toWideFromUtf8(std::string_view text) {
-  return replay::unicode::to_wide(text, utf8);
+  return replay::unicode::to_wide(text, replay::unicode::utf8);
 }
 
 std::u16string toWideFromLocal(const char* text) {
@@ -44,7 +43,7 @@ std::u16string toWideFromLocal(const char* text) {
 }
 
 std::string toUtf8(std::u16string_view text) {
-  return replay::unicode::to_narrow(text, utf8, true);
+  return replay::unicode::to_narrow(text, replay::unicode::utf8, true);
 }
 
 std::string joined(std::initializer_list<std::string_view> parts) { return joinedParts(parts); }

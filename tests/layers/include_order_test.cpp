@@ -72,6 +72,19 @@ TEST(IncludeOrder, EachFolderIncludesFromThoseItMay) {
   }
 }
 
+// What is installed stands by itself.
+TEST(IncludeOrder, PublicHeadersOfTheLibraryIncludeNoOthers) {
+  const std::regex header("lib/replay/(internet/)?[a-z0-9_]+\\.h");
+  const std::regex other("^\\s*#\\s*include \"(?!replay/(internet/)?[a-z0-9_]+\\.h\").*");
+  int count = 0;
+  forEachLine("lib/replay", [&](const std::string& path, const std::string& line) {
+    if (!std::regex_match(path, header)) return;
+    EXPECT_FALSE(std::regex_match(line, other)) << path << ": " << line;
+    ++count;
+  });
+  EXPECT_GT(count, 10) << "the headers were not found";
+}
+
 // The run starts and ends the library, and the active configuration reads a note by its handle.
 TEST(IncludeOrder, OnlyTheNotesFolderSpeaksToTheNotesLibrary) {
   const std::regex spoken("notes/api\\.h|\\b(DB|NOTE|FORMULA)?HANDLE\\b");

@@ -5,6 +5,7 @@
 
 #include <array>
 
+#include "platform/certificate_names.h"
 #include "platform/posix/openssl_connection.h"
 #include "platform/posix/openssl_records.h"
 #include "platform/security.h"
@@ -22,15 +23,34 @@ bool isDottedAddress(const std::string& host) {
   return inet_pton(AF_INET, host.c_str(), &ignored) == 1;
 }
 
+bool isOutOfTime(int fault) {
+  return fault == X509_V_ERR_CERT_HAS_EXPIRED || fault == X509_V_ERR_CERT_NOT_YET_VALID;
+}
+
+// Whatever else is wrong with a chain goes before its time: the check goes on to look for that.
+int goOnBehindFault(int isGood, X509_STORE_CTX* chain) {
+  return isGood == 1 || isOutOfTime(X509_STORE_CTX_get_error(chain)) ? 1 : 0;
+}
+
+// OpenSSL ends a chain at the trusted certificate that it finds as an issuer, but not at the
+// server's own: behind that it looks at whatever the server sent.
+int checkChain(X509_STORE_CTX* chain, void* trusted) {
+  if (X509_cmp(X509_STORE_CTX_get0_cert(chain), static_cast<X509*>(trusted)) == 0) {
+    X509_STORE_CTX_set0_untrusted(chain, nullptr);
+  }
+  return X509_verify_cert(chain);
+}
+
 void trustOnly(SSL_CTX* settings, const std::string& der) {
   const auto* position = reinterpret_cast<const unsigned char*>(der.data());
   const std::unique_ptr<X509, OpensslFree<X509_free>> certificate(
       d2i_X509(nullptr, &position, static_cast<long>(der.size())));
   if (certificate == nullptr) throw SecurityFailure(credentials, sec::e_untrusted_root);
   X509_STORE* const store = SSL_CTX_get_cert_store(settings);
-  X509_STORE_add_cert(store, certificate.get());
+  X509_STORE_add_cert(store, certificate.get());  // which keeps it
   // The certificate may be the server's own, with whoever signed it unknown.
   X509_STORE_set_flags(store, X509_V_FLAG_PARTIAL_CHAIN);
+  SSL_CTX_set_cert_verify_callback(settings, checkChain, certificate.get());
 }
 
 SslSettings settingsFor(const CertificateTrust& trust) {
@@ -41,7 +61,7 @@ SslSettings settingsFor(const CertificateTrust& trust) {
   SSL_CTX_set_cipher_list(settings.get(), "AESGCM:!aNULL:!PSK:!SRP");
   // The result of the check is asked for at the end; it does not end the handshake, whose last
   // words could fail to be sent.
-  SSL_CTX_set_verify(settings.get(), SSL_VERIFY_NONE, nullptr);
+  SSL_CTX_set_verify(settings.get(), SSL_VERIFY_NONE, goOnBehindFault);
   if (trust.certificate.empty()) {
     SSL_CTX_set_default_verify_paths(settings.get());
   } else {
@@ -50,14 +70,10 @@ SslSettings settingsFor(const CertificateTrust& trust) {
   return settings;
 }
 
+// The name that the server is asked for; OpenSSL's macro for it casts in C's way.
 void setHost(SSL* ssl, std::string host) {
-  if (isDottedAddress(host)) {
-    X509_VERIFY_PARAM_set1_ip_asc(SSL_get0_param(ssl), host.c_str());
-  } else {
-    SSL_set1_host(ssl, host.c_str());
-    // The name that the server is asked for; OpenSSL's macro for it casts in C's way.
-    SSL_ctrl(ssl, SSL_CTRL_SET_TLSEXT_HOSTNAME, TLSEXT_NAMETYPE_host_name, host.data());
-  }
+  if (isDottedAddress(host)) return;
+  SSL_ctrl(ssl, SSL_CTRL_SET_TLSEXT_HOSTNAME, TLSEXT_NAMETYPE_host_name, host.data());
 }
 
 void sendPending(OpensslConnection& connection, const HandshakeStream& stream) {
@@ -93,18 +109,23 @@ void establish(OpensslConnection& connection, const HandshakeStream& stream) {
   }
 }
 
-void checkCertificate(const OpensslConnection& connection) {
-  switch (SSL_get_verify_result(connection.ssl())) {
-    case X509_V_OK:
-      return;
-    case X509_V_ERR_CERT_HAS_EXPIRED:
-    case X509_V_ERR_CERT_NOT_YET_VALID:
-      throw SecurityFailure(handshake, sec::e_cert_expired);
-    case X509_V_ERR_HOSTNAME_MISMATCH:
-    case X509_V_ERR_IP_ADDRESS_MISMATCH:
-      throw SecurityFailure(handshake, sec::e_wrong_principal);
-    default:
-      throw SecurityFailure(handshake, sec::e_untrusted_root);
+// The value of the extension; empty if the certificate has none.
+std::string_view alternativeNames(const X509* certificate) {
+  const int index = X509_get_ext_by_NID(certificate, NID_subject_alt_name, -1);
+  if (index < 0) return {};
+  const ASN1_OCTET_STRING* const value = X509_EXTENSION_get_data(X509_get_ext(certificate, index));
+  return {reinterpret_cast<const char*>(ASN1_STRING_get0_data(value)),
+          static_cast<std::size_t>(ASN1_STRING_length(value))};
+}
+
+void checkCertificate(const OpensslConnection& connection, const std::string& host) {
+  const long fault = SSL_get_verify_result(connection.ssl());
+  if (fault != X509_V_OK) {
+    throw SecurityFailure(handshake, isOutOfTime(static_cast<int>(fault)) ? sec::e_cert_expired
+                                                                          : sec::e_untrusted_root);
+  }
+  if (!areNamesFor(alternativeNames(SSL_get0_peer_certificate(connection.ssl())), host)) {
+    throw SecurityFailure(handshake, sec::e_wrong_principal);
   }
 }
 
@@ -115,13 +136,9 @@ SecureStream clientHandshake(const HandshakeStream& stream, const std::string& h
   const SslSettings settings = settingsFor(trust);
   auto connection = std::make_unique<OpensslConnection>(settings.get());
   if (!connection->isValid()) throw SecurityFailure(credentials, sec::e_internal_error);
-  // OpenSSL takes no name for any name.
-  if (host.empty() && !trust.acceptEverything) {
-    throw SecurityFailure(handshake, sec::e_wrong_principal);
-  }
   setHost(connection->ssl(), host);
   establish(*connection, stream);
-  if (!trust.acceptEverything) checkCertificate(*connection);
+  if (!trust.acceptEverything) checkCertificate(*connection, host);
 
   SecureStream result{};
   result.leftOver.resize(connection->pendingInput());

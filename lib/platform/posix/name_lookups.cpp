@@ -3,13 +3,16 @@
 #include <arpa/inet.h>
 #include <netdb.h>
 
+#include <cerrno>
+#include <vector>
+
 #include "platform/posix/socket_errors.h"
 
 namespace platform {
 namespace {
 
-int errorOfHostLookup() {
-  switch (h_errno) {
+int errorOfHostLookup(int systemError) {
+  switch (systemError) {
     case HOST_NOT_FOUND:
       return wsa::host_not_found;
     case TRY_AGAIN:
@@ -21,10 +24,29 @@ int errorOfHostLookup() {
   }
 }
 
-hostent* windowsForm(const ::hostent* host) {
+// What a `query` of the system finds, with all that it points to, kept for the thread that asks.
+template <typename Record, typename Query>
+Record* answerTo(Query query) {
+  constexpr std::size_t usualSize = 1024;
+  thread_local Record record{};
+  thread_local std::vector<char> bytes(usualSize);
+  Record* found = nullptr;
+  while (query(&record, bytes.data(), bytes.size(), &found) == ERANGE) {
+    bytes.resize(2 * bytes.size());
+  }
+  return found;
+}
+
+// `query` takes the place of the system's error as well.
+template <typename Query>
+hostent* findHost(Query query) {
+  if (!isSocketLibraryStarted()) return nullptr;
+  int error = 0;
+  const auto* const host =
+      answerTo<::hostent>([&](auto... place) { return query(place..., &error); });
   thread_local hostent result{};
   if (host == nullptr) {
-    setSocketError(errorOfHostLookup());
+    setSocketError(errorOfHostLookup(error));
     return nullptr;
   }
   result = {host->h_name, host->h_aliases, static_cast<std::int16_t>(host->h_addrtype),
@@ -32,7 +54,10 @@ hostent* windowsForm(const ::hostent* host) {
   return &result;
 }
 
-servent* windowsForm(const ::servent* service) {
+template <typename Query>
+servent* findService(Query query) {
+  if (!isSocketLibraryStarted()) return nullptr;
+  const auto* const service = answerTo<::servent>(query);
   thread_local servent result{};
   if (service == nullptr) {
     setSocketError(wsa::no_data);
@@ -46,24 +71,29 @@ servent* windowsForm(const ::servent* service) {
 }  // namespace
 
 hostent* hostByName(const char* name) {
-  return isSocketLibraryStarted() ? windowsForm(::gethostbyname(name)) : nullptr;
+  return findHost([=](auto... place) { return ::gethostbyname_r(name, place...); });
 }
 
 hostent* hostByAddress(const char* address, int length, int family) {
-  if (!isSocketLibraryStarted()) return nullptr;
-  return windowsForm(::gethostbyaddr(address, static_cast<socklen_t>(length), family));
+  return findHost([=](auto... place) {
+    return ::gethostbyaddr_r(address, static_cast<socklen_t>(length), family, place...);
+  });
 }
 
 servent* serviceByName(const char* name, const char* protocol) {
-  return isSocketLibraryStarted() ? windowsForm(::getservbyname(name, protocol)) : nullptr;
+  return findService([=](auto... place) { return ::getservbyname_r(name, protocol, place...); });
 }
 
 servent* serviceByPort(int port, const char* protocol) {
-  return isSocketLibraryStarted() ? windowsForm(::getservbyport(port, protocol)) : nullptr;
+  return findService([=](auto... place) { return ::getservbyport_r(port, protocol, place...); });
 }
 
 std::uint32_t addressOfText(const char* text) { return ::inet_addr(text); }
 
-char* textOfAddress(std::uint32_t address) { return ::inet_ntoa(in_addr{address}); }
+char* textOfAddress(std::uint32_t address) {
+  thread_local char text[INET_ADDRSTRLEN];
+  ::inet_ntop(AF_INET, &address, text, sizeof text);
+  return text;
+}
 
 }  // namespace platform

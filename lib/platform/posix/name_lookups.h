@@ -1,6 +1,6 @@
 // The system's look-ups of names under the terms of the Windows ones: their records, flags and
-// error numbers. What the results of the first four point to is the system's, and lasts until the
-// next such call of any thread.
+// error numbers. A result is that of the calling thread, with all that it points to, and lasts
+// until the thread's next call for a host, a service or a text.
 #pragma once
 
 #include "platform/sockets.h"

@@ -1,12 +1,10 @@
 #include "platform/windows/certificates.h"
 
 #include <cstring>
-#include <memory>
 #include <string_view>
-#include <vector>
 
-#include "platform/ascii.h"
-#include "platform/sockets.h"
+#include "platform/certificate_names.h"
+#include "platform/security.h"
 
 namespace platform {
 namespace {
@@ -21,20 +19,35 @@ struct CloseStore {
 };
 using Store = std::unique_ptr<void, CloseStore>;
 
-// The certificates that came with the server's, and the one that is trusted: a server need not send
-// it.
-Store knownCertificates(PCCERT_CONTEXT certificate, const std::string& trusted) {
-  Store all(CertOpenStore(CERT_STORE_PROV_COLLECTION, 0, 0, 0, nullptr));
-  const Store own(CertOpenStore(CERT_STORE_PROV_MEMORY, 0, 0, 0, nullptr));
-  CertAddEncodedCertificateToStore(
-      own.get(), X509_ASN_ENCODING, reinterpret_cast<const BYTE*>(trusted.data()),
-      static_cast<DWORD>(trusted.size()), CERT_STORE_ADD_ALWAYS, nullptr);
-  CertAddStoreToCollection(all.get(), own.get(), 0, 0);
-  CertAddStoreToCollection(all.get(), certificate->hCertStore, 0, 0);
-  return all;
+bool isSame(const CRYPT_INTEGER_BLOB& left, const CRYPT_INTEGER_BLOB& right) {
+  return left.cbData == right.cbData && std::memcmp(left.pbData, right.pbData, left.cbData) == 0;
 }
 
-Chain chainOf(PCCERT_CONTEXT certificate, const std::string& trusted) {
+// Whether a certificate could take the place of the trusted one, as one of the same key, or of what
+// stands above it.
+bool competes(CERT_INFO& certificate, CERT_INFO& trusted) {
+  const bool isIssuer =
+      isSame(certificate.Subject, trusted.Issuer) && !isSame(trusted.Subject, trusted.Issuer);
+  return isIssuer || CertComparePublicKeyInfo(X509_ASN_ENCODING, &certificate.SubjectPublicKeyInfo,
+                                              &trusted.SubjectPublicKeyInfo) != 0;
+}
+
+// What a chain may be made of besides what the system knows: the certificates that came with the
+// server's, and the one that is trusted, which a server need not send.
+Store knownCertificates(const CERT_CONTEXT& certificate, PCCERT_CONTEXT trusted) {
+  Store known(CertOpenStore(CERT_STORE_PROV_MEMORY, 0, 0, 0, nullptr));
+  const auto add = [&](PCCERT_CONTEXT each) {
+    CertAddCertificateContextToStore(known.get(), each, CERT_STORE_ADD_ALWAYS, nullptr);
+  };
+  PCCERT_CONTEXT sent = nullptr;
+  while ((sent = CertEnumCertificatesInStore(certificate.hCertStore, sent)) != nullptr) {
+    if (trusted == nullptr || !competes(*sent->pCertInfo, *trusted->pCertInfo)) add(sent);
+  }
+  if (trusted != nullptr) add(trusted);
+  return known;
+}
+
+Chain chainOf(const CERT_CONTEXT& certificate, PCCERT_CONTEXT trusted) {
   const Store known = knownCertificates(certificate, trusted);
   char serverUse[] = szOID_PKIX_KP_SERVER_AUTH;
   char* uses[] = {serverUse};
@@ -43,102 +56,58 @@ Chain chainOf(PCCERT_CONTEXT certificate, const std::string& trusted) {
   parameters.RequestedUsage.dwType = USAGE_MATCH_TYPE_OR;
   parameters.RequestedUsage.Usage.cUsageIdentifier = 1;
   parameters.RequestedUsage.Usage.rgpszUsageIdentifier = uses;
+  // What the server and the caller gave is all that there is up to the trusted one.
+  const DWORD flags = trusted == nullptr ? 0 : CERT_CHAIN_CACHE_ONLY_URL_RETRIEVAL;
   const CERT_CHAIN_CONTEXT* chain = nullptr;
-  CertGetCertificateChain(nullptr, certificate, nullptr, known.get(), &parameters, 0, nullptr,
+  CertGetCertificateChain(nullptr, &certificate, nullptr, known.get(), &parameters, flags, nullptr,
                           &chain);
   return Chain(chain);
 }
 
-bool isCertificate(PCCERT_CONTEXT certificate, const std::string& der) {
-  return certificate->cbCertEncoded == der.size() &&
-         std::memcmp(certificate->pbCertEncoded, der.data(), der.size()) == 0;
-}
-
-// Whether one certificate of the chain is the trusted one. That those above it lead to no root that
-// the system knows is then no fault of the chain.
-bool holdsTrusted(const CERT_SIMPLE_CHAIN& chain, const std::string& der) {
+// What is wrong with a chain up to the trusted certificate, which ends it: who signed that one, and
+// how that goes on, is no fault.
+DWORD errorsUpTo(const CERT_CONTEXT& trusted, const CERT_SIMPLE_CHAIN& chain) {
+  constexpr DWORD ofThoseAbove = CERT_TRUST_IS_UNTRUSTED_ROOT | CERT_TRUST_IS_PARTIAL_CHAIN |
+                                 CERT_TRUST_IS_NOT_SIGNATURE_VALID;
+  DWORD errors = 0;
   for (DWORD index = 0; index < chain.cElement; ++index) {
-    if (isCertificate(chain.rgpElement[index]->pCertContext, der)) return true;
+    const CERT_CHAIN_ELEMENT& element = *chain.rgpElement[index];
+    const CERT_CONTEXT& certificate = *element.pCertContext;
+    const bool isTrusted = isSame({certificate.cbCertEncoded, certificate.pbCertEncoded},
+                                  {trusted.cbCertEncoded, trusted.pbCertEncoded});
+    errors |= element.TrustStatus.dwErrorStatus & ~(isTrusted ? ofThoseAbove : 0);
+    if (isTrusted) return errors;
   }
-  return false;
+  return CERT_TRUST_IS_UNTRUSTED_ROOT;
 }
 
-std::uint32_t chainStatus(PCCERT_CONTEXT certificate, const CertificateTrust& trust) {
-  const Chain chain = chainOf(certificate, trust.certificate);
+std::uint32_t chainStatus(const CERT_CONTEXT& certificate, PCCERT_CONTEXT trusted) {
+  const Chain chain = chainOf(certificate, trusted);
   if (chain == nullptr || chain->cChain == 0) return sec::e_untrusted_root;
-  DWORD errors = chain->TrustStatus.dwErrorStatus;
-  if (!trust.certificate.empty()) {
-    if (!holdsTrusted(*chain->rgpChain[0], trust.certificate)) return sec::e_untrusted_root;
-    errors &= ~static_cast<DWORD>(CERT_TRUST_IS_UNTRUSTED_ROOT | CERT_TRUST_IS_PARTIAL_CHAIN);
-  }
-  if ((errors & CERT_TRUST_IS_NOT_TIME_VALID) != 0) return sec::e_cert_expired;
-  return errors == 0 ? sec::ok : sec::e_untrusted_root;
+  const DWORD errors = trusted == nullptr ? chain->TrustStatus.dwErrorStatus
+                                          : errorsUpTo(*trusted, *chain->rgpChain[0]);
+  if (errors == 0) return sec::ok;
+  return errors == CERT_TRUST_IS_NOT_TIME_VALID ? sec::e_cert_expired : sec::e_untrusted_root;
 }
 
-std::string loweredText(std::string_view text) {
-  std::string result(text);
-  for (char& c : result) c = lowered(c);
-  return result;
-}
-
-// A wildcard stands for one whole label, the first.
-bool matches(const std::string& pattern, const std::string& host) {
-  if (!pattern.starts_with("*.")) return pattern == host;
-  const std::size_t dot = host.find('.');
-  return dot != std::string::npos && dot > 0 && host.substr(dot) == pattern.substr(1) &&
-         pattern.find('.', 2) != std::string::npos;
-}
-
-std::string narrowed(const wchar_t* text) {
-  std::string result;
-  for (; *text != L'\0'; ++text) result += *text < 128 ? static_cast<char>(*text) : '?';
-  return loweredText(result);
-}
-
-// The alternative names of a certificate; nothing if it has none.
-std::vector<unsigned char> alternativeNames(PCCERT_CONTEXT certificate) {
+// The value of the extension; empty if the certificate has none.
+std::string_view alternativeNames(const CERT_INFO& certificate) {
   const CERT_EXTENSION* const extension =
-      CertFindExtension(szOID_SUBJECT_ALT_NAME2, certificate->pCertInfo->cExtension,
-                        certificate->pCertInfo->rgExtension);
+      CertFindExtension(szOID_SUBJECT_ALT_NAME2, certificate.cExtension, certificate.rgExtension);
   if (extension == nullptr) return {};
-  DWORD size = 0;
-  const auto decode = [&](void* result) {
-    return CryptDecodeObjectEx(X509_ASN_ENCODING, X509_ALTERNATE_NAME, extension->Value.pbData,
-                               extension->Value.cbData, 0, nullptr, result, &size) != 0;
-  };
-  if (!decode(nullptr)) return {};
-  std::vector<unsigned char> names(size);
-  if (!decode(names.data())) return {};
-  return names;
-}
-
-bool namesHost(const CERT_ALT_NAME_ENTRY& entry, const std::string& host, std::uint32_t address) {
-  if (entry.dwAltNameChoice == CERT_ALT_NAME_DNS_NAME) {
-    return address == noAddress && matches(narrowed(entry.pwszDNSName), host);
-  }
-  return entry.dwAltNameChoice == CERT_ALT_NAME_IP_ADDRESS && address != noAddress &&
-         entry.IPAddress.cbData == sizeof address &&
-         std::memcmp(entry.IPAddress.pbData, &address, sizeof address) == 0;
-}
-
-bool isFor(PCCERT_CONTEXT certificate, const std::string& host) {
-  const std::vector<unsigned char> names = alternativeNames(certificate);
-  if (names.empty()) return false;
-  const auto* const info = reinterpret_cast<const CERT_ALT_NAME_INFO*>(names.data());
-  const std::uint32_t address = sockets.inet_addr(host.c_str());
-  for (DWORD index = 0; index < info->cAltEntry; ++index) {
-    if (namesHost(info->rgAltEntry[index], loweredText(host), address)) return true;
-  }
-  return false;
+  return {reinterpret_cast<const char*>(extension->Value.pbData), extension->Value.cbData};
 }
 
 }  // namespace
 
-std::uint32_t checkCertificate(PCCERT_CONTEXT certificate, const std::string& host,
-                               const CertificateTrust& trust) {
-  const std::uint32_t status = chainStatus(certificate, trust);
+// The system's own check of a chain for a host (CertVerifyCertificateChainPolicy) takes the common
+// name of a certificate without alternative ones, and not everywhere an address among those.
+std::uint32_t checkCertificate(const CERT_CONTEXT& certificate, const std::string& host,
+                               PCCERT_CONTEXT trusted) {
+  const std::uint32_t status = chainStatus(certificate, trusted);
   if (status != sec::ok) return status;
-  return isFor(certificate, host) ? sec::ok : sec::e_wrong_principal;
+  return areNamesFor(alternativeNames(*certificate.pCertInfo), host) ? sec::ok
+                                                                     : sec::e_wrong_principal;
 }
 
 }  // namespace platform

@@ -15,6 +15,7 @@
 namespace platform {
 namespace {
 
+constexpr const char* acquire = "AcquireCredentialsHandle";
 constexpr const char* initialize = "InitializeSecurityContext";
 constexpr const char* connectionInfo = "QueryContextAttributes(SECPKG_ATTR_CONNECTION_INFO)";
 constexpr const char* streamSizes = "QueryContextAttributes(SECPKG_ATTR_STREAM_SIZES)";
@@ -34,9 +35,8 @@ class Credentials {
     // The provider's own validation takes self-signed certificates on some systems.
     settings.dwFlags = SCH_CRED_MANUAL_CRED_VALIDATION | SCH_CRED_NO_DEFAULT_CREDS;
     char package[] = UNISP_NAME_A;
-    require("AcquireCredentialsHandle",
-            AcquireCredentialsHandleA(nullptr, package, SECPKG_CRED_OUTBOUND, nullptr, &settings,
-                                      nullptr, nullptr, &handle_, nullptr));
+    require(acquire, AcquireCredentialsHandleA(nullptr, package, SECPKG_CRED_OUTBOUND, nullptr,
+                                               &settings, nullptr, nullptr, &handle_, nullptr));
   }
   Credentials(const Credentials&) = delete;
   Credentials& operator=(const Credentials&) = delete;
@@ -79,12 +79,12 @@ class Handshake {
     }
   }
 
-  void requireCertificate(const CertificateTrust& trust) {
+  void requireCertificate(PCCERT_CONTEXT trusted) {
     PCCERT_CONTEXT certificate = nullptr;
     require(initialize, QueryContextAttributesA(&*context_, SECPKG_ATTR_REMOTE_CERT_CONTEXT,
                                                 static_cast<void*>(&certificate)));
-    const std::uint32_t status = checkCertificate(certificate, host_, trust);
-    CertFreeCertificateContext(certificate);
+    const Certificate owner(certificate);
+    const std::uint32_t status = checkCertificate(*certificate, host_, trusted);
     if (status != sec::ok) throw SecurityFailure(initialize, status);
   }
 
@@ -167,14 +167,24 @@ class Handshake {
   std::vector<char> received_;
 };
 
+Certificate trustedOf(const CertificateTrust& trust) {
+  if (trust.certificate.empty()) return nullptr;
+  Certificate trusted(CertCreateCertificateContext(
+      X509_ASN_ENCODING, reinterpret_cast<const BYTE*>(trust.certificate.data()),
+      static_cast<DWORD>(trust.certificate.size())));
+  if (trusted == nullptr) throw SecurityFailure(acquire, sec::e_untrusted_root);
+  return trusted;
+}
+
 }  // namespace
 
 SecureStream clientHandshake(const HandshakeStream& stream, const std::string& host,
                              const CertificateTrust& trust) {
+  const Certificate trusted = trustedOf(trust);
   Handshake handshake(stream, host);
   handshake.run();
   handshake.requireSuite();
-  if (!trust.acceptEverything) handshake.requireCertificate(trust);
+  if (!trust.acceptEverything) handshake.requireCertificate(trusted.get());
   return handshake.take();
 }
 

@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
+#include <optional>
 
-#include "replay/internet/byte_order.h"
+#include "platform/sockets.h"
+#include "replay/internet/detail/byte_order.h"
+#include "replay/internet/detail/name_lookup.h"
+#include "replay/internet/detail/name_lookup_emulation.h"
 #include "replay/internet/environment.h"
-#include "replay/internet/name_lookup.h"
-#include "replay/internet/name_lookup_emulation.h"
 #include "replay/text.h"
 
 namespace replay::internet::address {
@@ -32,43 +35,54 @@ namespace {
   }
 }
 
-// Copies the first address of the list that fits; false if there is none.
-bool copy_address(const platform::addrinfo* list, platform::sockaddr_in& block) {
+using record = platform::sockaddr_in;
+using bytes_of_record = std::array<unsigned char, sizeof(record)>;
+
+// The first address of the list that fits.
+std::optional<record> fitting_address(const platform::addrinfo* list) {
   for (; list != nullptr; list = list->ai_next) {
-    if (list->ai_family != platform::familyIp4 || list->ai_addrlen != sizeof block) continue;
-    std::memcpy(&block, list->ai_addr, sizeof block);
-    return true;
+    if (list->ai_family == platform::familyIp4 && list->ai_addrlen == sizeof(record)) {
+      return *list->ai_addr;
+    }
   }
-  return false;
+  return std::nullopt;
+}
+
+bytes_of_record resolved(const std::string& host, std::uint16_t port) {
+  platform::addrinfo* list = nullptr;
+  const int status = process_name_lookup().get_addr_info(host.c_str(), &list);
+  if (status != 0) raise_resolving_failure(status);
+  std::optional<record> found = fitting_address(list);
+  process_name_lookup().free_addr_info(list);
+  if (!found) throw generic("GetAddrInfoA() walk failed");
+  found->sin_port = network_order(port);
+  return std::bit_cast<bytes_of_record>(*found);
 }
 
 }  // namespace
 
-ip4::ip4(const std::string& host, std::uint16_t port) {
-  platform::addrinfo* list = nullptr;
-  const int status = process_name_lookup().get_addr_info(host.c_str(), &list);
-  if (status != 0) raise_resolving_failure(status);
-  const bool fits = copy_address(list, block_);
-  process_name_lookup().free_addr_info(list);
-  if (!fits) throw generic("GetAddrInfoA() walk failed");
-  block_.sin_port = network_order(port);
+ip4::ip4()
+    : block_(
+          std::bit_cast<bytes_of_record>(record{platform::familyIp4, 0, platform::noAddress, {}})) {
 }
+
+ip4::ip4(const std::string& host, std::uint16_t port) : block_(resolved(host, port)) {}
 
 void ip4::assign(const unsigned char* bytes, std::size_t size) {
   if (size != sizeof block_) throw invalid_address_format("Size mismatch");
-  std::memcpy(&block_, bytes, size);
+  std::memcpy(block_.data(), bytes, size);
 }
 
-unsigned char* ip4::data() { return reinterpret_cast<unsigned char*>(&block_); }
+unsigned char* ip4::data() { return block_.data(); }
 
-const unsigned char* ip4::data() const { return reinterpret_cast<const unsigned char*>(&block_); }
+const unsigned char* ip4::data() const { return block_.data(); }
 
 std::string ip4::name(int flags) const {
   std::array<char, name_lookup::name_size> text{};
-  name_lookup& lookup = process_name_lookup();
+  const name_lookup& lookup = process_name_lookup();
   constexpr int size = sizeof block_;
-  if (lookup.get_name_info(&block_, size, text.data(), flags) == 0 ||
-      lookup.get_name_info(&block_, size, text.data(), emulation::numeric_name) == 0) {
+  if (lookup.get_name_info(data(), size, text.data(), flags) == 0 ||
+      lookup.get_name_info(data(), size, text.data(), emulation::numeric_name) == 0) {
     return text.data();
   }
   const int status = platform::sockets.WSAGetLastError();
@@ -85,7 +99,7 @@ std::string ip4::name(int flags) const {
   }
 }
 
-std::uint16_t ip4::port() const { return network_order(block_.sin_port); }
+std::uint16_t ip4::port() const { return network_order(std::bit_cast<record>(block_).sin_port); }
 
 bool ip4::equal_to(const base& other) const {
   return size() == other.size() && std::equal(data(), data() + size(), other.data());

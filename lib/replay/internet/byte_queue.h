@@ -2,6 +2,8 @@
 //
 // Bytes are appended behind the last and taken from the front in blocks; what stays never moves for
 // a take. The storage grows in proportion to the bytes that wait, and is kept when they are gone.
+//
+// Threads: one queue, one thread at a time.
 #pragma once
 
 #include <cstddef>
@@ -11,9 +13,12 @@
 
 namespace replay::internet {
 
+/// Bytes that wait. Not copied.
 class byte_queue {
  public:
+  /// Whether no bytes wait.
   bool empty() const { return begin_ == end_; }
+  /// The number of bytes that wait.
   std::size_t size() const { return end_ - begin_; }
 
   /// All bytes, from the front. Valid until the next call that is not const.
@@ -25,13 +30,16 @@ class byte_queue {
     if (empty()) clear();
   }
 
+  /// Removes all bytes.
   void clear() { begin_ = end_ = 0; }
 
+  /// Adds bytes behind the last. Raises std::bad_alloc, with the queue as it was.
   void append(std::string_view bytes);
 
-  /// Room for `count` bytes behind the last, with whatever values. The first of them become part of
-  /// the queue by commit().
+  /// Room for `count` bytes behind the last, with whatever values; valid until the next call that
+  /// is not const. Raises std::bad_alloc, with the queue as it was.
   std::span<char> prepare(std::size_t count);
+  /// Makes the first `count` bytes of the room that prepare() gave, at most all, part of the queue.
   void commit(std::size_t count) { end_ += count; }
 
  private:

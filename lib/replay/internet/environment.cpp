@@ -1,5 +1,8 @@
 #include "replay/internet/environment.h"
 
+#include <new>
+
+#include "platform/sockets.h"
 #include "replay/text.h"
 
 namespace replay::internet {
@@ -10,7 +13,9 @@ constexpr std::uint16_t version = 0x0101;
 }  // namespace
 
 environment::environment() {
-  const int status = platform::sockets.WSAStartup(version, &data_);
+  static_assert(sizeof data_ == sizeof(platform::SocketLibraryData));
+  static_assert(alignof(environment) == alignof(platform::SocketLibraryData));
+  const int status = platform::sockets.WSAStartup(version, new (data_) platform::SocketLibraryData);
   switch (status) {
     case 0:
       return;
@@ -30,10 +35,11 @@ environment::~environment() {
   }
 }
 
-// NOLINTNEXTLINE(readability-convert-member-functions-to-static): each object stops its own start
 void environment::stop() {
-  const bool failed = platform::sockets.WSACleanup() == -1;
-  const int status = failed ? platform::sockets.WSAGetLastError() : 0;
+  // A second stop would be that of another object's start, perhaps in another thread.
+  if (!started_) return;
+  started_ = platform::sockets.WSACleanup() == -1;
+  const int status = started_ ? platform::sockets.WSAGetLastError() : 0;
   switch (status) {
     case 0:
     case platform::wsa::notinitialised:

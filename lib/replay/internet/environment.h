@@ -1,40 +1,53 @@
 // The sockets library, held open for as long as an object lives.
 //
 // Each object starts the library once and stops it once; the system does the counting.
+//
+// Threads: each may start and stop objects of its own, whatever others do; an object is not shared.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
-#include "platform/sockets.h"
 #include "replay/exception.h"
 
 namespace replay::internet {
 
+/// The sockets library, started. Whoever looks up names, connects or sends a request needs one
+/// while it does so; WebRequest makes its own.
 class environment {
  public:
+  /// A start or stop that failed for a reason that no class below tells; the message has the
+  /// status.
   class generic : public exception {
    public:
+    /// Takes what message() gives.
     explicit generic(const std::string& message) : exception(message) {
       append_name("internet.environment");
     }
   };
 
+  /// The network is down, or a name was looked up without an environment.
   class subsystem_not_ready : public generic {
    public:
+    /// Takes what message() gives.
     explicit subsystem_not_ready(const std::string& message) : generic(message) {
       append_name("subsystem_not_ready");
     }
   };
 
+  /// A socket was used without an environment, or the library could not be stopped.
   class subsystem_failed : public generic {
    public:
+    /// Takes what message() gives.
     explicit subsystem_failed(const std::string& message) : generic(message) {
       append_name("subsystem_failed");
     }
   };
 
+  /// The system lacks the library's version.
   class version_not_supported : public generic {
    public:
+    /// Takes what message() gives.
     explicit version_not_supported(const std::string& message) : generic(message) {
       append_name("version_not_supported");
     }
@@ -48,11 +61,14 @@ class environment {
   /// Stops the library; nobody sees a failure of that.
   ~environment();
 
-  /// Stops the library; one that is not started is no failure. Raises subsystem_failed or generic.
+  /// Stops the library, which the destructor then does not do again; one that is not started is no
+  /// failure. Raises subsystem_failed or generic.
   void stop();
 
  private:
-  platform::SocketLibraryData data_{};
+  // What the system fills in at the start, its only record of this object.
+  alignas(void*) std::byte data_[sizeof(void*) == 8 ? 408 : 400]{};
+  bool started_ = true;
 };
 
 }  // namespace replay::internet

@@ -3,6 +3,8 @@
 // One connection for each request, which a monitor sees step by step and may abort. The client
 // reads until the server closes, or until the last chunk. No redirects, no proxy, no
 // authentication, and no connection is kept.
+//
+// Threads: may send requests at once, each with a monitor of its own.
 #pragma once
 
 #include <cstdint>
@@ -13,33 +15,41 @@
 
 namespace replay::internet::http {
 
-/// The family's name is "http" alone, without the namespace around it.
+/// Any failure of a request that is told here; its name is "http" alone, without the namespaces.
 class generic : public exception {
  public:
+  /// Takes what message() gives.
   explicit generic(const std::string& message) : exception(message) { append_name("http"); }
 };
 
+/// The connection did not come about, or ended too early. Without a message.
 class closed : public generic {
  public:
+  /// Takes what message() gives.
   explicit closed(const std::string& message) : generic(message) { append_name("closed"); }
 };
 
+/// The monitor said so. Without a message.
 class aborted : public generic {
  public:
+  /// Takes what message() gives.
   explicit aborted(const std::string& message) : generic(message) { append_name("aborted"); }
 };
 
+/// What came is no reply of HTTP/1; the message is its first line, or says what of it.
 class invalid_response : public generic {
  public:
+  /// Takes what message() gives.
   explicit invalid_response(const std::string& message) : generic(message) {
     append_name("invalid_response");
   }
 };
 
+/// What a server answered.
 struct response {
-  std::int32_t status = 0;
-  header_map headers;  ///< A repeated name keeps its last value.
-  std::string body;
+  std::int32_t status = 0;  ///< The number of its last status line, such as 200.
+  header_map headers;       ///< A repeated name keeps its last value.
+  std::string body;         ///< Its bytes, without the frames of chunks.
 };
 
 /// Sees the steps of a request. Each operation returns true to go on and false to abort the
@@ -47,8 +57,8 @@ struct response {
 class monitor_type {
  public:
   monitor_type() = default;
-  monitor_type(const monitor_type&) = default;
-  monitor_type& operator=(const monitor_type&) = default;
+  monitor_type(const monitor_type&) = default;             ///< As a value.
+  monitor_type& operator=(const monitor_type&) = default;  ///< As a value.
   virtual ~monitor_type() = default;
 
   /// The connection stands, and nothing has been sent.
@@ -76,6 +86,7 @@ response perform(const request& request, monitor_type& monitor, const std::strin
 
 /// perform() with "GET".
 response get(const request& request, monitor_type& monitor);
+/// The same with a monitor that only looks on.
 response get(const request& request);
 
 }  // namespace replay::internet::http

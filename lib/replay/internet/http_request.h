@@ -1,4 +1,6 @@
 // What an HTTP client asks of whom.
+//
+// Threads: may share, and send, a request that none of them changes.
 #pragma once
 
 #include <map>
@@ -12,22 +14,26 @@ namespace replay::internet::http {
 
 /// Orders the names of headers without regard to case.
 struct header_order {
+  /// As iless() has it.
   bool operator()(std::string_view left, std::string_view right) const {
     return iless(left, right);
   }
 };
 
+/// Headers and their values; a name is there once, in whatever case.
 using header_map = std::map<std::string, std::string, header_order>;
 
+/// What to ask, and whom.
 struct request {
   /// A request for `text`, "http://host:port/path" with all but the host optional. Resolves the
-  /// host; raises what address::ip4 raises. Another scheme than http counts as the host.
+  /// host; raises what address::ip4 and unicode::to_utf8() raise. Another scheme than http counts
+  /// as the host.
   explicit request(const std::string& text);
 
-  address::ip4 address;
-  std::string uri;  ///< As it goes on the wire.
-  header_map headers;
-  std::string body;  ///< Whoever sets it adds the header "Content-Length".
+  address::ip4 address;  ///< The server.
+  std::string uri;       ///< As it goes on the wire.
+  header_map headers;    ///< "Host" and "Connection: close" at first.
+  std::string body;      ///< Whoever sets it adds the header "Content-Length".
 };
 
 }  // namespace replay::internet::http

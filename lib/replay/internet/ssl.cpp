@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <utility>
 
+#include "platform/security.h"
 #include "replay/text.h"
 
 namespace replay::internet::transport::tcp {
@@ -20,6 +22,14 @@ constexpr std::uint32_t list_version = 0;
 
 }  // namespace
 
+// What the provider reads and writes of one encrypted message.
+struct ssl::message : std::array<platform::SecurityBuffer, 4> {
+  platform::SecurityBufferList list() { return {list_version, 4, data()}; }
+};
+
+ssl::ssl(const address::base& server, const std::string& host_name)
+    : ssl(server, host_name, certificate_trust{}) {}
+
 ssl::ssl(const address::base& server, const std::string& host_name,
          const certificate_trust& trust) {
   open(server);
@@ -29,58 +39,60 @@ ssl::ssl(const address::base& server, const std::string& host_name,
       [this](const char* bytes, std::size_t count) { send_all(bytes, count); },
       [this](char* bytes, std::size_t size) { return receive(bytes, size); }};
   try {
-    platform::SecureStream established = platform::clientHandshake(stream, host_name, trust);
+    platform::SecureStream established =
+        platform::clientHandshake(stream, host_name, {trust.certificate, trust.acceptEverything});
     encrypted_input_ = std::move(established.leftOver);
-    context_ = established.context;
-    stream_sizes_ = established.sizes;
+    context_ = std::bit_cast<decltype(context_)>(established.context);
+    header_size_ = established.sizes.cbHeader;
+    trailer_size_ = established.sizes.cbTrailer;
+    maximum_size_ = established.sizes.cbMaximumMessage;
   } catch (const platform::SecurityFailure& failure) {
     raise_status(failure.operation(), failure.status());
   }
 }
 
-ssl::ssl(platform::SecureStream established)
-    : encrypted_input_(std::move(established.leftOver)),
-      context_(established.context),
-      stream_sizes_(established.sizes) {}
-
-ssl::~ssl() { platform::security.DeleteSecurityContext(&context_); }
+ssl::~ssl() {
+  auto context = std::bit_cast<platform::SecurityContext>(context_);
+  platform::security.DeleteSecurityContext(&context);
+}
 
 void ssl::flush() {
-  const auto& [header_size, trailer_size, maximum_size] = stream_sizes_;
+  auto context = std::bit_cast<platform::SecurityContext>(context_);
   while (!write_queue().empty()) {
     const auto size =
-        static_cast<std::uint32_t>(std::min<std::size_t>(write_queue().size(), maximum_size));
-    std::vector<char> message(std::size_t{header_size} + size + trailer_size);
-    char* const data = message.data() + header_size;
+        static_cast<std::uint32_t>(std::min<std::size_t>(write_queue().size(), maximum_size_));
+    std::vector<char> bytes(std::size_t{header_size_} + size + trailer_size_);
+    char* const data = bytes.data() + header_size_;
     write_queue().view().copy(data, size);
     write_queue().remove(size);
-    std::array<platform::SecurityBuffer, 4> buffers = {{
-        {header_size, secbuffer::stream_header, message.data()},
+    message buffers = {{{
+        {header_size_, secbuffer::stream_header, bytes.data()},
         {size, secbuffer::data, data},
-        {trailer_size, secbuffer::stream_trailer, data + size},
+        {trailer_size_, secbuffer::stream_trailer, data + size},
         {0, secbuffer::empty, nullptr},
-    }};
-    platform::SecurityBufferList list{list_version, buffers.size(), buffers.data()};
-    const std::uint32_t status = platform::security.EncryptMessage(&context_, 0, &list, 0);
+    }}};
+    platform::SecurityBufferList list = buffers.list();
+    const std::uint32_t status = platform::security.EncryptMessage(&context, 0, &list, 0);
     if (status != platform::sec::ok) raise_status("EncryptMessage", status);
     // At full size, whatever lengths the provider wrote back.
-    send_all(message.data(), message.size());
+    send_all(bytes.data(), bytes.size());
   }
 }
 
 void ssl::fill() {
+  auto context = std::bit_cast<platform::SecurityContext>(context_);
   bool more = true;
   std::uint32_t status = platform::sec::i_continue_needed;
   while (more) {
     if (encrypted_input_.empty() || status == platform::sec::e_incomplete_message) receive_more();
     // Made anew each time: the provider writes over it, also where it answers "incomplete".
-    std::array<platform::SecurityBuffer, 4> buffers{};
+    message buffers{};
     buffers[0] = {static_cast<std::uint32_t>(encrypted_input_.size()), secbuffer::data,
                   encrypted_input_.data()};
-    platform::SecurityBufferList list{list_version, buffers.size(), buffers.data()};
-    status = platform::security.DecryptMessage(&context_, &list, 0, nullptr);
+    platform::SecurityBufferList list = buffers.list();
+    status = platform::security.DecryptMessage(&context, &list, 0, nullptr);
     if (status == platform::sec::ok) {
-      more = !take_message(buffers.data(), buffers.size());
+      more = !take_message(buffers);
     } else if (status != platform::sec::e_incomplete_message) {
       raise_status("DecryptMessage", status);
     }
@@ -102,10 +114,10 @@ void ssl::receive_more() {
 
 // Whether the message held data. The buffers point into the input, which gives its place to the
 // bytes behind the message.
-bool ssl::take_message(platform::SecurityBuffer* buffers, std::size_t count) {
-  const std::vector<char> message = std::exchange(encrypted_input_, {});
+bool ssl::take_message(const message& buffers) {
+  const std::vector<char> input = std::exchange(encrypted_input_, {});
   bool has_data = false;
-  for (std::size_t index = 1; index < count; ++index) {
+  for (std::size_t index = 1; index < buffers.size(); ++index) {
     const auto& [size, type, pointer] = buffers[index];
     const auto* const bytes = static_cast<const char*>(pointer);
     if (type == secbuffer::data) {

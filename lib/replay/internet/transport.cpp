@@ -5,8 +5,9 @@
 #include <limits>
 #include <utility>
 
-#include "replay/internet/line_end.h"
-#include "replay/internet/transport_failure.h"
+#include "platform/sockets.h"
+#include "replay/internet/detail/line_end.h"
+#include "replay/internet/detail/transport_failure.h"
 
 namespace replay::internet::transport {
 namespace {

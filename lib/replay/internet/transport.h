@@ -1,9 +1,11 @@
 // Sockets, and the byte streams on top of them.
 //
 // A stream is made, opened, connected, and then read and written in any order; its destructor
-// closes the socket. The sockets block, and an object is used by one thread at a time. A failed
-// call of the sockets library raises one of the classes below, or one of the environment's where
-// the library itself is down; every operation that calls it may.
+// closes the socket. The sockets block. A failed call of the sockets library raises one of the
+// classes below, or one of the environment's where the library itself is down; every operation that
+// calls it may.
+//
+// Threads: one object, one thread at a time; separate objects at once.
 #pragma once
 
 #include <cstddef>
@@ -11,43 +13,52 @@
 #include <string>
 #include <string_view>
 
-#include "platform/sockets.h"
 #include "replay/exception.h"
 #include "replay/internet/address.h"
 #include "replay/internet/byte_queue.h"
 
 namespace replay::internet::transport {
 
+/// A failed call that no class below tells; the message has its name and status.
 class generic : public exception {
  public:
+  /// Takes what message() gives.
   explicit generic(const std::string& message) : exception(message) {
     append_name("internet.transport");
   }
 };
 
+/// The call was interrupted before it did anything.
 class operation_interrupted : public generic {
  public:
+  /// Takes what message() gives.
   explicit operation_interrupted(const std::string& message) : generic(message) {
     append_name("operation_interrupted");
   }
 };
 
+/// There is no open socket.
 class not_a_socket : public generic {
  public:
+  /// Takes what message() gives.
   explicit not_a_socket(const std::string& message) : generic(message) {
     append_name("not_a_socket");
   }
 };
 
+/// Connecting: the address of this side is taken.
 class address_in_use : public generic {
  public:
+  /// Takes what message() gives.
   explicit address_in_use(const std::string& message) : generic(message) {
     append_name("address_in_use");
   }
 };
 
+/// Connecting: the address is none that a host can have.
 class address_not_valid : public generic {
  public:
+  /// Takes what message() gives.
   explicit address_not_valid(const std::string& message) : generic(message) {
     append_name("address_not_valid");
   }
@@ -68,8 +79,8 @@ class base {
   /// Closes the socket if there is one.
   void close();
 
-  /// Receives once into the `size` bytes at `buffer`; at least one byte. Raises connection_closed
-  /// if the peer has closed.
+  /// Receives once into the `size` bytes at `buffer`, and returns how many came, at least one.
+  /// Raises connection_closed if the peer has closed, and connection_timed_out.
   std::size_t receive(char* buffer, std::size_t size);
 
   /// Sends until all is gone. Raises connection_closed if the system takes nothing more.
@@ -79,18 +90,21 @@ class base {
   /// limit.
   void set_receive_timeout();
 
-  /// Bytes that went over the socket so far, modulo 2^32.
+  /// Bytes that came over the socket so far, modulo 2^32.
   std::uint32_t received() const { return received_; }
+  /// Bytes that left over the socket so far, modulo 2^32.
   std::uint32_t sent() const { return sent_; }
 
  protected:
+  /// Makes the socket: `type` is 1 for a stream and 2 for datagrams.
   void open_socket(const address::base& address, int type);
-  platform::SocketHandle socket() const { return socket_; }
+  /// The system's handle, the descriptor on Linux; all bits are set where there is no socket.
+  std::uintptr_t socket() const { return socket_; }
 
  private:
   std::uint32_t received_ = 0;
   std::uint32_t sent_ = 0;
-  platform::SocketHandle socket_ = platform::noSocket;
+  std::uintptr_t socket_ = ~std::uintptr_t{0};
 };
 
 namespace tcp {
@@ -100,63 +114,81 @@ namespace tcp {
 /// "tcp" nor "base".
 class base : public transport::base {
  public:
+  /// There is no connection, or no longer.
   class connection_failed : public generic {
    public:
+    /// Takes what message() gives.
     explicit connection_failed(const std::string& message) : generic(message) {
       append_name("connection_failed");
     }
   };
 
+  /// The system of this side gave the connection up.
   class connection_aborted : public connection_failed {
    public:
+    /// Takes what message() gives.
     explicit connection_aborted(const std::string& message) : connection_failed(message) {
       append_name("connection_aborted");
     }
   };
 
+  /// The peer has closed the connection.
   class connection_closed : public connection_failed {
    public:
+    /// Takes what message() gives.
     explicit connection_closed(const std::string& message) : connection_failed(message) {
       append_name("connection_closed");
     }
   };
 
+  /// Connecting: nobody listens at the address.
   class connection_refused : public connection_failed {
    public:
+    /// Takes what message() gives.
     explicit connection_refused(const std::string& message) : connection_failed(message) {
       append_name("connection_refused");
     }
   };
 
+  /// The peer cut the connection off.
   class connection_reset : public connection_failed {
    public:
+    /// Takes what message() gives.
     explicit connection_reset(const std::string& message) : connection_failed(message) {
       append_name("connection_reset");
     }
   };
 
+  /// Nothing came within the time-out, or nobody took what was sent.
   class connection_timed_out : public connection_failed {
    public:
+    /// Takes what message() gives.
     explicit connection_timed_out(const std::string& message) : connection_failed(message) {
       append_name("connection_timed_out");
     }
   };
 
+  /// Connecting: there is no way to the network of the address.
   class network_unreachable : public connection_failed {
    public:
+    /// Takes what message() gives.
     explicit network_unreachable(const std::string& message) : connection_failed(message) {
       append_name("network_unreachable");
     }
   };
 
+  /// Connecting: there is no way to the host, or it did not answer.
   class host_unreachable : public connection_failed {
    public:
+    /// Takes what message() gives.
     explicit host_unreachable(const std::string& message) : connection_failed(message) {
       append_name("host_unreachable");
     }
   };
 
   void open(const address::base& address) override;
+  /// Connects the open socket, and waits for that as long as the system does. Raises a class of
+  /// connection_failed, address_in_use, address_not_valid or not_a_socket.
   void connect(const address::base& address);
 
   /// Sends all that waits in the write queue.
@@ -171,6 +203,7 @@ class base : public transport::base {
 
   /// Sets `bytes` to what has arrived, at least one byte and at most `maximum`.
   void read(std::size_t maximum, std::string& bytes);
+  /// Sets `bytes` to all that has arrived, at least one byte.
   void read_some(std::string& bytes);
 
   /// Appends to `bytes` what read() would set it to. Returns the number of bytes.
@@ -183,7 +216,9 @@ class base : public transport::base {
   void write(std::string_view text);
 
  protected:
+  /// What was written and has not left yet: flush() takes it.
   byte_queue& write_queue() { return write_queue_; }
+  /// What has arrived and was not read yet: fill() adds to it.
   byte_queue& read_queue() { return read_queue_; }
 
  private:

@@ -1,4 +1,6 @@
 // Named values sent to a web server as a query, and the text that it answers.
+//
+// Threads: one object, one thread at a time; separate objects at once.
 #pragma once
 
 #include <exception>
@@ -11,13 +13,18 @@
 
 namespace replay::internet {
 
+/// A query by "GET" and its answer. An object may ask again.
 class WebRequest {
  public:
   /// A failure as applications show it: one wide message.
   class WebRequestError : public std::exception {
    public:
+    /// Takes what message() gives.
     explicit WebRequestError(std::u16string message) : message_(std::move(message)) {}
 
+    /// One of "HTTP-error: Connection aborted.", "HTTP-error: Connection closed.", "HTTP-error:
+    /// Invalid response.", "HTTP-error: Could not resolve hostname.", "HTTP-error: Connection
+    /// failed." and "Bad HTTP Response.".
     const std::u16string& message() const { return message_; }
 
    private:
@@ -39,11 +46,13 @@ class WebRequest {
     return internet::scan_value(document, path, out);
   }
 
-  std::string base_url;  ///< With a path, if there are parameters: up to where the query begins.
-  std::map<std::string, std::string> parameters;
+  /// The address as http::request takes it, up to where the query begins; with a path, if there are
+  /// parameters.
+  std::string base_url;
+  std::map<std::string, std::string> parameters;  ///< The values to ask with, by name.
 
-  std::string query;
-  std::string url;
+  std::string query;  ///< What was asked: "?", and each parameter as "name=value" with "&" between.
+  std::string url;    ///< `base_url` and `query`.
   std::string raw_body;  ///< As received.
   std::string body;      ///< Without line ends and tabs.
 };

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "replay/finder.h"
+#include "replay/detail/finder.h"
 #include "replay/text.h"
 
 namespace replay::internet {

@@ -1,4 +1,6 @@
 // Reading one value out of a small XML document without building a tree.
+//
+// Threads: any number may call this at once, also on one document.
 #pragma once
 
 #include <string>

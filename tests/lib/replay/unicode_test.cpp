@@ -4,7 +4,7 @@
 
 #include <map>
 
-#include "replay/codepage_tables.h"
+#include "replay/detail/codepage_tables.h"
 #include "support/rows.h"
 
 namespace replay::unicode {

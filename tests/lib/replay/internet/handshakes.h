@@ -33,6 +33,11 @@ void expectHandshakesOfTable(const std::filesystem::path& folder, AddressOf addr
         failureOf([&] { const SslStream stream(address, row.fields[1], trust); });
     EXPECT_EQ(failure, row.fields[3].empty() ? "" : handshakeStatus(row.fields[3])) << row.where;
   }
+  const auto address = addressOf("good");
+  EXPECT_EQ(failureOf([&] {
+              const SslStream stream(address, "a", {"no certificate", false});
+            }),
+            "internet.transport.security[AcquireCredentialsHandle returned status 0x80090325]");
 }
 
 }  // namespace test

@@ -6,16 +6,16 @@
 
 #include "lib/replay/internet/tables.h"
 #include "replay/internet/address.h"
-#include "replay/internet/byte_order.h"
+#include "replay/internet/detail/byte_order.h"
+#include "replay/internet/detail/name_lookup_emulation.h"
 #include "replay/internet/environment.h"
-#include "replay/internet/name_lookup_emulation.h"
 #include "replay/text.h"
 #include "support/rows.h"
 
 namespace {
 
-// The allocation of this number, counted from 1, finds no memory.
-int failingAllocation = 0;
+// The thread's allocation of this number, counted from 1, finds no memory.
+thread_local int failingAllocation = 0;
 
 }  // namespace
 
@@ -180,9 +180,9 @@ TEST(Address, LookupsComeFromOneLibraryOrAllFromTheEmulationAndListsAreFreed) {
   systemLibraries.GetProcAddress = fakeFunction;
   systemLibraries.FreeLibrary = [](void*) { return calls += " F", 1; };
   for (const TextRow& row : test::rowsOf("lib/replay/internet/lookup_libraries.txt", 4)) {
-    test::Tables::forgetLookups();
     current = row;
     calls.clear();
+    test::Tables::findLookups();
     const ip4 address("127.0.0.1", 8080);
     EXPECT_NE(address.name(1), "") << "the dotted form stands in";
     EXPECT_EQ(calls, row.fields[3]) << row.where;

@@ -1,6 +1,7 @@
 #!/bin/sh
-# Makes the certificates of the TLS tests in the folder $1: an authority, a server's good, expired and
-# self-signed one, each with its key, all for 127.0.0.1 and localhost.
+# Makes the certificates of the TLS tests in the folder $1, each with its key, all for 127.0.0.1 and
+# localhost but "nameless". The server's good one comes with what stands above it: the authority's own as
+# "crossed", signed by an old authority, and that one, which has expired.
 set -eu
 cd "$1"
 
@@ -13,11 +14,25 @@ make() { # FILE [OPTION...]
   openssl x509 -in "$name.crt" -outform DER -out "$name.der"
 }
 
+sign() { # FILE OPTION...
+  name=$1
+  shift
+  openssl x509 -in "$name.crt" -clrext -extfile /dev/stdin "$@"
+}
+
 {
   make authority
   make self_signed
   make good -CA authority.crt -CAkey authority.key
   make expired
-  echo "$names" | openssl x509 -in expired.crt -CA authority.crt -CAkey authority.key -CAcreateserial \
-    -days -1 -clrext -extfile /dev/stdin -out expired.crt
+  echo "$names" | sign expired -CA authority.crt -CAkey authority.key -days -1 -out expired.crt
+  make old
+  authority=basicConstraints=critical,CA:TRUE
+  echo "$authority" | sign authority -CA old.crt -CAkey old.key -days 2 -out crossed.crt
+  echo "$authority" | sign old -signkey old.key -days -1 -out old.crt
+  for name in expired crossed old; do openssl x509 -in "$name.crt" -outform DER -out "$name.der"; done
+  cat crossed.crt old.crt >good.chain
+  cat good.chain >>good.crt
+  names=nsComment=nameless
+  make nameless -subj /CN=localhost
 } >log.txt 2>&1

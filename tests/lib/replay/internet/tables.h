@@ -3,34 +3,31 @@
 #pragma once
 
 #include <cstring>
-#include <memory>
 #include <string>
 
 #include "platform/sockets.h"
 #include "replay/exception.h"
-#include "replay/internet/name_lookup.h"
+#include "replay/internet/detail/name_lookup.h"
 
 namespace test {
 
-/// Puts the tables back at the end of a test, and lets the next look-up find its functions anew.
+/// Puts the tables back at the end of a test, and the look-ups of names with them.
 struct Tables {
-  Tables() { forgetLookups(); }
+  Tables() { findLookups(); }
   ~Tables() {
     platform::sockets = sockets;
     platform::systemLibraries = libraries;
-    forgetLookups();
+    findLookups();
   }
 
   /// Takes the system's look-ups of names away.
   static void emulateLookups() {
-    forgetLookups();
     platform::systemLibraries.LoadLibraryA = [](const char*) -> void* { return nullptr; };
+    findLookups();
   }
 
-  static void forgetLookups() {
-    auto& lookup = replay::internet::address::process_name_lookup();
-    std::destroy_at(&lookup);
-    std::construct_at(&lookup);
+  static void findLookups() {
+    replay::internet::address::process_name_lookup() = replay::internet::address::name_lookup();
   }
 
   const platform::SocketsApi sockets = platform::sockets;

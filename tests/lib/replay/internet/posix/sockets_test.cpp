@@ -11,7 +11,7 @@
 
 #include "lib/replay/internet/tables.h"
 #include "replay/internet/address.h"
-#include "replay/internet/byte_order.h"
+#include "replay/internet/detail/byte_order.h"
 #include "replay/internet/environment.h"
 
 namespace {
@@ -31,9 +31,9 @@ TEST(PosixSockets, EachCallOutsideAnEnvironmentFails) {
   platform::SocketHandle socket = platform::noSocket;
   {
     const environment outer;
-    { const environment inner; }
+    environment().stop();
     socket = sockets.socket(2, 1, 0);
-    EXPECT_NE(socket, platform::noSocket) << "the inner one stopped what the outer one started";
+    EXPECT_NE(socket, platform::noSocket) << "another object stopped what this one started";
   }
   char bytes[4] = {};
   const std::function<bool()> calls[] = {

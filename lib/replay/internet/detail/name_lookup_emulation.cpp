@@ -1,4 +1,4 @@
-#include "replay/internet/name_lookup_emulation.h"
+#include "replay/internet/detail/name_lookup_emulation.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "replay/internet/byte_order.h"
+#include "replay/internet/detail/byte_order.h"
 
 namespace replay::internet::address::emulation {
 namespace {

@@ -1,4 +1,4 @@
-#include "replay/internet/transport_failure.h"
+#include "replay/internet/detail/transport_failure.h"
 
 #include <algorithm>
 #include <array>

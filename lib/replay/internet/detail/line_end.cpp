@@ -1,4 +1,4 @@
-#include "replay/internet/line_end.h"
+#include "replay/internet/detail/line_end.h"
 
 #include <bit>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "replay/codepage_tables.h"
+#include "replay/detail/codepage_tables.h"
 
 namespace replay::unicode {
 namespace {

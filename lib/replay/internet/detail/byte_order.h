@@ -1,4 +1,6 @@
 // Numbers in network byte order, most significant byte first.
+//
+// Threads: any number may call these at once.
 #pragma once
 
 #include <bit>

@@ -1,6 +1,6 @@
-#include "replay/internet/name_lookup.h"
+#include "replay/internet/detail/name_lookup.h"
 
-#include "replay/internet/name_lookup_emulation.h"
+#include "replay/internet/detail/name_lookup_emulation.h"
 
 namespace replay::internet::address {
 namespace {
@@ -16,27 +16,8 @@ bool find(void* library, const char* name, Function& function) {
 
 }  // namespace
 
-int name_lookup::get_addr_info(const char* node, platform::addrinfo** list) {
-  const int result = loaded().getaddrinfo(node, nullptr, nullptr, list);
-  platform::sockets.WSASetLastError(result);
-  return result;
-}
-
-int name_lookup::get_name_info(const void* address, int size, char* name, int flags) {
-  const int result = loaded().getnameinfo(address, size, name, name_size, nullptr, 0, flags);
-  platform::sockets.WSASetLastError(result);
-  return result;
-}
-
-void name_lookup::free_addr_info(platform::addrinfo* list) { loaded().freeaddrinfo(list); }
-
-const name_lookup::functions& name_lookup::loaded() {
-  std::call_once(loading_, [this] { load(); });
-  return functions_;
-}
-
-void name_lookup::load() {
-  functions_ = {emulation::getaddrinfo, emulation::getnameinfo, emulation::freeaddrinfo};
+name_lookup::name_lookup()
+    : functions_{emulation::getaddrinfo, emulation::getnameinfo, emulation::freeaddrinfo} {
   void* const library = load_library();
   if (library == nullptr) return;
   functions found{};
@@ -46,6 +27,20 @@ void name_lookup::load() {
     platform::systemLibraries.FreeLibrary(library);
   }
 }
+
+int name_lookup::get_addr_info(const char* node, platform::addrinfo** list) const {
+  const int result = functions_.getaddrinfo(node, nullptr, nullptr, list);
+  platform::sockets.WSASetLastError(result);
+  return result;
+}
+
+int name_lookup::get_name_info(const void* address, int size, char* name, int flags) const {
+  const int result = functions_.getnameinfo(address, size, name, name_size, nullptr, 0, flags);
+  platform::sockets.WSASetLastError(result);
+  return result;
+}
+
+void name_lookup::free_addr_info(platform::addrinfo* list) const { functions_.freeaddrinfo(list); }
 
 void* name_lookup::load_library() {
   char buffer[folder_size] = {};
