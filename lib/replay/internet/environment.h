@@ -61,14 +61,14 @@ class environment {
   /// Stops the library; nobody sees a failure of that.
   ~environment();
 
-  /// Stops the library, which the destructor then does not do again; one that is not started is no
-  /// failure. Raises subsystem_failed or generic.
+  /// Stops the library, to see whether that fails; one that is not started is no failure. The
+  /// destructor stops it all the same, so this is for the last object of a process: the second stop
+  /// would be that of another object. Raises subsystem_failed or generic.
   void stop();
 
  private:
   // What the system fills in at the start, its only record of this object.
   alignas(void*) std::byte data_[sizeof(void*) == 8 ? 408 : 400]{};
-  bool started_ = true;
 };
 
 }  // namespace replay::internet

@@ -31,9 +31,9 @@ TEST(PosixSockets, EachCallOutsideAnEnvironmentFails) {
   platform::SocketHandle socket = platform::noSocket;
   {
     const environment outer;
-    environment().stop();
+    { const environment inner; }
     socket = sockets.socket(2, 1, 0);
-    EXPECT_NE(socket, platform::noSocket) << "another object stopped what this one started";
+    EXPECT_NE(socket, platform::noSocket) << "the inner one stopped what the outer one started";
   }
   char bytes[4] = {};
   const std::function<bool()> calls[] = {

@@ -178,7 +178,7 @@ TEST(Threads, SeparateObjectsAreSafeAndAnswersReachTheirThread) {
         const int number = thread * rounds + round;
         const std::string own = "own/" + std::to_string(number);
         const environment started;
-        environment().stop();
+        const environment another;
         lookUp(number + 1);
         useTexts(own, number);
         ask(plain.port(), own);
