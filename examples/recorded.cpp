@@ -1,5 +1,6 @@
 // Reads a recorded reply of a web server as if it came over a connection: a stream of one's own.
 //
+//   (printf 'HTTP/1.1 200 OK\r\n\r\n'; cat reply.xml) >reply.http
 //   recorded reply.http reply.version
 
 #include <fstream>

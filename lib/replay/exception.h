@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+/// The support library. What is in `internet` needs a library of its own.
 namespace replay {
 
 /// Any failure of the library.

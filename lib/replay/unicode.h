@@ -13,6 +13,7 @@
 
 #include "replay/exception.h"
 
+/// Text in code pages.
 namespace replay::unicode {
 
 /// A conversion that failed for a reason that no class below tells.

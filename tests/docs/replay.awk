@@ -17,8 +17,7 @@ kind == "page" {
   else if (inside && name) shown[name] = shown[name] $0 "\n"
   else if (inside && $1 ~ /::/ && NF == 2 && ++classes) tree = tree "." $2 "\n"
 }
-/^#include/ { including[file] }
-kind == "example" && file in including {
+kind == "example" {
   code[file] = code[file] $0 "\n"
   if (gsub(/^#include "|"$/, "")) used[$0]
 }

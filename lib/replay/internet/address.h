@@ -10,6 +10,7 @@
 
 #include "replay/exception.h"
 
+/// Addresses of hosts, and what failed with them.
 namespace replay::internet::address {
 
 /// A look-up that failed for a reason that no class below tells. The message has the status, which

@@ -10,6 +10,7 @@
 
 #include "replay/exception.h"
 
+/// What speaks to other hosts.
 namespace replay::internet {
 
 /// The sockets library, started. Whoever looks up names, connects or sends a request needs one

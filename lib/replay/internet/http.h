@@ -13,6 +13,7 @@
 #include "replay/exception.h"
 #include "replay/internet/http_request.h"
 
+/// Requests, replies, and what failed with them.
 namespace replay::internet::http {
 
 /// Any failure of a request that is told here; its name is "http" alone, without the namespaces.

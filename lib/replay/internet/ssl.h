@@ -48,10 +48,12 @@ class ssl : public base {
   ssl(const address::base& server, const std::string& host_name);
   ~ssl() override;
 
-  /// Sends what waits as messages of the largest size. What a failed message held is gone.
+  /// Sends what waits as messages of the largest size. What a failed message held is gone. Raises
+  /// security, and what send_all() raises.
   void flush() override;
 
-  /// Adds the data of one message to the read queue.
+  /// Waits for a message and adds its data to the read queue. Raises security, also for the
+  /// notification by which the server ends the stream, and what receive() raises.
   void fill() override;
 
  private:

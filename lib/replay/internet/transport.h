@@ -2,8 +2,8 @@
 //
 // A stream is made, opened, connected, and then read and written in any order; its destructor
 // closes the socket. The sockets block. A failed call of the sockets library raises one of the
-// classes below, or one of the environment's where the library itself is down; every operation that
-// calls it may.
+// classes below. Besides what stands above it, each operation that calls it may raise generic, and
+// environment::subsystem_not_ready or subsystem_failed where the library itself is down.
 //
 // Threads: one object, one thread at a time; separate objects at once.
 #pragma once
@@ -17,6 +17,7 @@
 #include "replay/internet/address.h"
 #include "replay/internet/byte_queue.h"
 
+/// Sockets, and what failed with them.
 namespace replay::internet::transport {
 
 /// A failed call that no class below tells; the message has its name and status.
@@ -80,14 +81,17 @@ class base {
   void close();
 
   /// Receives once into the `size` bytes at `buffer`, and returns how many came, at least one.
-  /// Raises connection_closed if the peer has closed, and connection_timed_out.
+  /// Raises connection_closed if the peer has closed, connection_aborted, connection_reset,
+  /// connection_timed_out, connection_failed without a connection, not_a_socket without a socket,
+  /// or operation_interrupted.
   std::size_t receive(char* buffer, std::size_t size);
 
-  /// Sends until all is gone. Raises connection_closed if the system takes nothing more.
+  /// Sends the `size` bytes at `buffer`, until all are gone. Raises connection_closed if the system
+  /// takes nothing more, and what receive() raises.
   void send_all(const char* buffer, std::size_t size);
 
   /// Lets a receive fail with connection_timed_out after 30 seconds. Connecting and sending have no
-  /// limit.
+  /// limit. Raises not_a_socket.
   void set_receive_timeout();
 
   /// Bytes that came over the socket so far, modulo 2^32.
@@ -107,6 +111,7 @@ class base {
   std::uintptr_t socket_ = ~std::uintptr_t{0};
 };
 
+/// Streams.
 namespace tcp {
 
 /// What all streams have in common: a queue of bytes for each direction, between which and the
@@ -187,32 +192,36 @@ class base : public transport::base {
   };
 
   void open(const address::base& address) override;
-  /// Connects the open socket, and waits for that as long as the system does. Raises a class of
-  /// connection_failed, address_in_use, address_not_valid or not_a_socket.
+  /// Connects the open socket, and waits for that as long as the system does. Raises
+  /// connection_refused, host_unreachable, network_unreachable, address_in_use, address_not_valid,
+  /// not_a_socket or operation_interrupted.
   void connect(const address::base& address);
 
-  /// Sends all that waits in the write queue.
+  /// Sends all that waits in the write queue. Raises what send_all() raises.
   virtual void flush() = 0;
-  /// Waits for bytes and adds them to the read queue, at least one.
+  /// Waits for bytes and adds them to the read queue, at least one. Raises what receive() raises.
   virtual void fill() = 0;
 
   /// Sets `line` to the bytes before the next CR or LF. One of each, in either order, is one line
   /// end, so that the byte behind a terminator is waited for: raises connection_closed, with `line`
-  /// empty, if the peer closes right behind it.
+  /// empty, if the peer closes right behind it; and what fill() raises.
   void read_line(std::string& line);
 
-  /// Sets `bytes` to what has arrived, at least one byte and at most `maximum`.
+  /// Sets `bytes` to what has arrived, at least one byte and at most `maximum`. Raises what fill()
+  /// raises, where nothing has arrived yet.
   void read(std::size_t maximum, std::string& bytes);
-  /// Sets `bytes` to all that has arrived, at least one byte.
+  /// Sets `bytes` to all that has arrived, at least one byte. Raises what read() raises.
   void read_some(std::string& bytes);
 
-  /// Appends to `bytes` what read() would set it to. Returns the number of bytes.
+  /// Appends to `bytes` what read() would set it to, and returns the number of bytes. Raises what
+  /// read() raises.
   std::size_t append(std::size_t maximum, std::string& bytes);
 
-  /// Queues `text` and CR LF, to leave at the next flush or at once.
+  /// Queues `text` and CR LF, to leave at the next flush or at once, which raises what flush()
+  /// raises.
   void write_line(std::string_view text, bool flush_now);
 
-  /// Sends `text`, behind all that waits.
+  /// Sends `text`, behind all that waits. Raises what flush() raises.
   void write(std::string_view text);
 
  protected:
@@ -240,6 +249,7 @@ class raw : public base {
 
 }  // namespace tcp
 
+/// Datagrams.
 namespace udp {
 
 /// A socket for datagrams, without operations to send or receive any.

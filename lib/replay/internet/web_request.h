@@ -46,8 +46,8 @@ class WebRequest {
     return internet::scan_value(document, path, out);
   }
 
-  /// The address as http::request takes it, up to where the query begins; with a path, if there are
-  /// parameters.
+  /// The address as http::request takes it, up to where the query begins. It has a path: without
+  /// one the "?" becomes part of the host.
   std::string base_url;
   std::map<std::string, std::string> parameters;  ///< The values to ask with, by name.
 
