@@ -29,9 +29,12 @@ const char* reasonOf(FileOutcome outcome) {
 
 }  // namespace
 
+std::string failureOf(FileOutcome outcome, const char* request) {
+  return std::string("it cannot be ") + request + reasonOf(outcome);
+}
+
 void require(FileOutcome outcome, const std::string& name, const char* request) {
-  if (outcome != FileOutcome::done)
-    throw Failure(name, std::string("it cannot be ") + request + reasonOf(outcome));
+  if (outcome != FileOutcome::done) throw Failure(name, failureOf(outcome, request));
 }
 
 std::string bytesOf(const std::string& name) {

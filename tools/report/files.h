@@ -22,8 +22,10 @@ class Failure : public std::runtime_error {
   std::string reason_;
 };
 
-/// Raises Failure unless a request for the file `name` is done: that it cannot be `read`, or what
-/// else was asked for.
+/// Why a request for a file is not done: that it cannot be `read`, or what else was asked for.
+std::string failureOf(platform::FileOutcome outcome, const char* request);
+
+/// Raises Failure unless a request for the file `name` is done: in the words of failureOf.
 void require(platform::FileOutcome outcome, const std::string& name, const char* request);
 
 /// All bytes of a file, or of standard input if its name is "-". Raises Failure.

@@ -31,14 +31,16 @@ class FindingsText {
       out_ << "no findings\n";
       return;
     }
-    const char* separator = "\n";
+    out_ << '\n';
+    std::ostringstream counts;
+    const char* separator = "";
     for (const Severity severity : {Severity::error, Severity::warning, Severity::note}) {
       const std::size_t count = counts_.at(static_cast<std::size_t>(severity));
       if (count == 0) continue;
-      out_ << separator << count << ' ' << nameOf(severity) << (count == 1 ? "" : "s");
+      counts << separator << count << ' ' << nameOf(severity) << (count == 1 ? "" : "s");
       separator = ", ";
     }
-    out_ << '\n';
+    out_ << paragraph(counts.str(), 0, style_.width);
   }
 
  private:

@@ -198,6 +198,8 @@ constexpr std::array table = {
     lastResult(Place::body),
     lastResult(Place::messages),
     lastResult(Place::entry),
+    lastResult(Place::result),
+    lastResult(Place::created),
     part(loading | importing, Place::created, "MESSAGES:", Place::importMessages),
     importMessage("Filepath not set."),
     importMessage("OSPathNetConstruct failed: {:message}"),

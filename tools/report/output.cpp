@@ -7,6 +7,7 @@
 
 #include "platform/replaced_files.h"
 #include "report/files.h"
+#include "report/text.h"
 
 namespace reader {
 
@@ -67,12 +68,12 @@ void Output::finish() {
 
 void Output::refuseInputs() const {
   for (const std::string& input : inputs_) {
-    if (platform::isSameFile(*file_, input))
+    if (input == *file_ || platform::isSameFile(*file_, input))
       throw Failure(*file_ + ": the output would take the place of what is read");
   }
 }
 
-void tellFailure(const std::string& reason) { std::cerr << "qbreport: " << reason << '\n'; }
+void tellFailure(const std::string& reason) { std::cerr << "qbreport: " << shown(reason) << '\n'; }
 
 void flushStandardOutput() {
   std::cout.flush();

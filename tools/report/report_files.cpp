@@ -59,7 +59,10 @@ void ReportFiles::addFolder(const std::string& name) {
       found.emplace_back(file.begin(), file.end());
   }
   if (error) {
-    files_.push_back({name, error.message()});
+    const bool isDenied = error == std::errc::permission_denied;
+    files_.push_back(
+        {name, failureOf(isDenied ? platform::FileOutcome::denied : platform::FileOutcome::failed,
+                         "read")});
   } else if (found.empty()) {
     files_.push_back({name, "the folder holds no report, as *-DIAGNOSTIC-*.log"});
   }

@@ -59,8 +59,11 @@ class ScriptBuilder {
   std::vector<int> identifyLines(const NormalForm& form) {
     std::vector<int> identities;
     identities.reserve(form.lines().size());
-    for (const std::string_view line : form.lines())
+    for (std::string_view line : form.lines()) {
+      // Mail programs trim what ends a line.
+      line = line.substr(0, line.find_last_not_of(" \t") + 1);
       identities.push_back(known_.try_emplace(line, static_cast<int>(known_.size())).first->second);
+    }
     return identities;
   }
 
