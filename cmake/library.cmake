@@ -3,27 +3,28 @@
 # "library_package" as its packages hold it. An archive brings what it needs of lib/platform/ along.
 include(CMakePackageConfigHelpers)
 
-set(of_platform "(certificates|handshake|name_lookups|openssl|security|socket|system_libraries)")
-set(of_internet "/(replay[.]dir/.*/internet/|platform[.]dir/.*/${of_platform})")
+set(built $<TARGET_OBJECTS:replay> $<TARGET_OBJECTS:platform>)
+# A precompiled header is among what is built.
+set(objects "$<FILTER:${built},INCLUDE,[.]o(bj)?$>")
+set(of_internet "/(replay[.]dir/.*/internet/|platform[.]dir/.*/(certificate|handshake|name_lookups|openssl|security|socket|system_libraries))")
+set(of_text "/(replay[.]dir/|platform[.]dir/.*/(code_pages|files|iconv_pages|page_data|paths|utf7|utf8|write_all)[.])")
 
-# add_archive(<name> <EXCLUDE or INCLUDE of what is of the network>): of the objects that are built for
-# the programs too, without the names of their lines.
-function(add_archive name choice)
+# add_archive(<name> <objects>): of what is built for the programs too, without the names of its lines.
+function(add_archive name objects)
   set(archive ${CMAKE_BINARY_DIR}/archives/lib${name}.a)
-  set(built $<TARGET_OBJECTS:replay> $<TARGET_OBJECTS:platform>)
-  # A precompiled header is among what is built.
-  set(objects "$<FILTER:${built},INCLUDE,[.]o(bj)?$>")
   add_custom_command(OUTPUT ${archive} DEPENDS ${built} VERBATIM COMMAND_EXPAND_LISTS
     COMMAND ${CMAKE_COMMAND} -E rm -f ${archive}
-    COMMAND ${CMAKE_AR} qcsD ${archive} "$<FILTER:${objects},${choice},${of_internet}>"
+    COMMAND ${CMAKE_AR} qcsD ${archive} "${objects}"
     COMMAND ${CMAKE_STRIP} --strip-debug --remove-section=.comment -D ${archive})
 endfunction()
 
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/archives)
-add_archive(replay EXCLUDE)
-add_archive(replay-internet INCLUDE)
+add_archive(replay "$<FILTER:$<FILTER:${objects},INCLUDE,${of_text}>,EXCLUDE,${of_internet}>")
+add_archive(replay-internet "$<FILTER:${objects},INCLUDE,${of_internet}>")
 set(archives ${CMAKE_BINARY_DIR}/archives/libreplay.a ${CMAKE_BINARY_DIR}/archives/libreplay-internet.a)
 add_custom_target(library_package ALL DEPENDS ${archives})
+# For make, to which a file that another target makes says nothing.
+add_dependencies(library_package replay platform)
 add_dependencies(shipped library_package)
 
 # Code with guarded frames needs a library on Windows, of which the compiler knows by the option.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
+#include <new>
 #include <utility>
 
 namespace replay::internet {
@@ -14,6 +16,7 @@ void byte_queue::append(std::string_view bytes) {
 std::span<char> byte_queue::prepare(std::size_t count) {
   if (capacity_ - end_ < count) {
     const std::size_t waiting = size();
+    if (count > std::numeric_limits<std::size_t>::max() - waiting) throw std::bad_alloc();
     const std::size_t needed = waiting + count;
     if (needed <= capacity_ && waiting <= begin_) {
       // At least as many bytes were taken as move now, so that each moves a bounded number of

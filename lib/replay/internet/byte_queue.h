@@ -10,12 +10,25 @@
 #include <memory>
 #include <span>
 #include <string_view>
+#include <utility>
 
 namespace replay::internet {
 
-/// Bytes that wait. Not copied.
+/// Bytes that wait. A queue is not copied; one that was moved from is empty.
 class byte_queue {
  public:
+  /// No bytes wait.
+  byte_queue() = default;
+  /// The bytes of the other.
+  byte_queue(byte_queue&& other) noexcept { swap(other); }
+  /// The bytes of the other in place of its own.
+  byte_queue& operator=(byte_queue&& other) noexcept {
+    byte_queue taken(std::move(other));
+    swap(taken);
+    return *this;
+  }
+  ~byte_queue() = default;
+
   /// Whether no bytes wait.
   bool empty() const { return begin_ == end_; }
   /// The number of bytes that wait.
@@ -43,6 +56,13 @@ class byte_queue {
   void commit(std::size_t count) { end_ += count; }
 
  private:
+  void swap(byte_queue& other) noexcept {
+    std::swap(storage_, other.storage_);
+    std::swap(capacity_, other.capacity_);
+    std::swap(begin_, other.begin_);
+    std::swap(end_, other.end_);
+  }
+
   std::unique_ptr<char[]> storage_;
   std::size_t capacity_ = 0;
   std::size_t begin_ = 0;

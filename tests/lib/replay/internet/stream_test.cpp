@@ -85,6 +85,18 @@ TEST(Stream, LinesOfEachLengthAndEndDoNotDependOnWhereThePacketsEnd) {
   }
 }
 
+TEST(Stream, AQueueIsEmptyOnceItsBytesWereMovedAndTellsARoomThatIsTooLarge) {
+  replay::internet::byte_queue from;
+  from.append("abc");
+  replay::internet::byte_queue to = std::move(from);
+  from.append("d");  // NOLINT(bugprone-use-after-move): on purpose
+  EXPECT_EQ(to.view(), "abc");
+  EXPECT_EQ(from.view(), "d");
+  EXPECT_THROW(to.prepare(SIZE_MAX - 1), std::bad_alloc);
+  to = std::move(from);
+  EXPECT_EQ(to.view(), "d");
+}
+
 TEST(Stream, ReadTakesWhatIsQueuedAndEndsWithTheTimeOutEachTime) {
   const Peer peer;
   Peer::answer("abcdefgh\n", 4, Peer::silence);
