@@ -1,4 +1,4 @@
-// Prints a value out of the XML document at an address, and ends where anything fails.
+// Prints a value out of the XML document at an address. Nothing is caught: a failure aborts it.
 //
 //   first_value http://127.0.0.1:8080/reply.xml
 

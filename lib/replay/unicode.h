@@ -1,8 +1,9 @@
 // Conversion between UTF-16 text and narrow text in a named code page, and the names of code pages.
 //
-// A result is a new string, made only when the whole conversion has succeeded. A failed conversion
-// is a class of this namespace with an empty message; the two directions read the system's error
-// numbers differently, because only one of them has proved the page before it converts.
+// A result is a new string, made only when the whole conversion has succeeded. What fails is a
+// class of this namespace, with an empty message but for name_of_codepage(); the two directions
+// read the system's error numbers differently, because only one of them has proved the page before
+// it converts.
 //
 // Threads: any number may call the functions at once.
 #pragma once
@@ -32,7 +33,8 @@ class out_of_memory : public generic {
   }
 };
 
-/// There is no such code page here; where a page or name was looked up, the message tells it.
+/// There is no such code page here, or none of the name. The message is empty but for a page
+/// without a name, whose number it has.
 class invalid_codepage : public generic {
  public:
   /// Takes what message() gives.
@@ -60,9 +62,10 @@ inline constexpr codepage ascii = -1;
 inline constexpr codepage utf8 = 65001;
 
 /// Converts to the bytes of `page`. With `strict` a character that the page lacks raises
-/// unmappable_character, without it becomes the page's default character; a page that takes no
-/// checks, UTF-8 among them, replaces in either case. Raises invalid_codepage, out_of_memory,
-/// unmappable_character or generic. Empty text gives empty text for any page.
+/// unmappable_character, without it becomes the page's default character; `ascii` raises in either
+/// case, and a page that takes no checks, UTF-8 among them, replaces in either case. Raises
+/// invalid_codepage, out_of_memory, unmappable_character or generic. Empty text gives empty text
+/// for any page.
 std::string to_narrow(std::u16string_view text, codepage page, bool strict);
 
 /// Converts bytes of `page` to UTF-16. Malformed bytes raise unmappable_character where the page
@@ -73,8 +76,10 @@ std::u16string to_wide(std::string_view text, codepage page);
 /// Converts text of the system's default page to UTF-8. Raises what to_wide() raises.
 std::string to_utf8(std::string_view text);
 
-/// The page of a character set's name; case and all but letters and digits do not count. Raises
-/// invalid_codepage for a name that no page has.
+/// The page of a character set's name; case and all but letters and digits do not count. Behind
+/// "iso-8859-" and "windows-" a number gives a page, whether there is such a one or not. Raises
+/// invalid_codepage for a name that is not known here, as "utf-16": more than half of the names
+/// that name_of_codepage() gives do not lead back to their page.
 codepage codepage_of_name(std::string_view name);
 
 /// The preferred name of a page. Raises invalid_codepage for a page that has none.

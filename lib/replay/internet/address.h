@@ -14,7 +14,8 @@
 namespace replay::internet::address {
 
 /// A look-up that failed for a reason that no class below tells. The message has the status, which
-/// is 0x00002afa where no name server answered.
+/// is 0x00002afa where no name server answered; for a host that has addresses, but none of IPv4, it
+/// is "GetAddrInfoA() walk failed".
 class generic : public exception {
  public:
   /// Takes what message() gives.
@@ -32,7 +33,7 @@ class invalid_address_format : public generic {
   }
 };
 
-/// No host has the name, or the host has no address.
+/// No host has the name, or no address of any kind belongs to it.
 class host_not_found : public generic {
  public:
   /// Takes what message() gives.
@@ -90,8 +91,8 @@ class ip4 final : public base {
  public:
   /// The host 255.255.255.255 and the port 0.
   ip4();
-  /// Looks `host` up, a name or a dotted address. Raises host_not_found, service_not_found, generic
-  /// or environment::subsystem_not_ready.
+  /// Looks `host` up, a name or a dotted address. Raises host_not_found, service_not_found,
+  /// generic, or without an environment environment::subsystem_not_ready.
   ip4(const std::string& host, std::uint16_t port);
 
   void assign(const unsigned char* bytes, std::size_t size) override;

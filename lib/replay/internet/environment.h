@@ -13,8 +13,8 @@
 /// What speaks to other hosts.
 namespace replay::internet {
 
-/// The sockets library, started. Whoever looks up names, connects or sends a request needs one
-/// while it does so; WebRequest makes its own.
+/// The sockets library, started. Whoever looks up names, makes a request, connects, sends or
+/// receives needs one while it does so, on every system; WebRequest makes its own.
 class environment {
  public:
   /// A start or stop that failed for a reason that no class below tells; the message has the

@@ -1,8 +1,8 @@
 // A client for plain HTTP/1.1.
 //
 // One connection for each request, which a monitor sees step by step and may abort. The client
-// reads until the server closes, or until the last chunk. No redirects, no proxy, no
-// authentication, and no connection is kept.
+// reads until the server closes or nothing comes for 30 seconds, or until the last chunk. No
+// redirects, no proxy, no authentication, and no connection is kept.
 //
 // Threads: may send requests at once, each with a monitor of its own.
 #pragma once
@@ -23,7 +23,8 @@ class generic : public exception {
   explicit generic(const std::string& message) : exception(message) { append_name("http"); }
 };
 
-/// The connection did not come about, or ended too early. Without a message.
+/// The connection did not come about, or ended too early, or nothing came for 30 seconds. Without a
+/// message.
 class closed : public generic {
  public:
   /// Takes what message() gives.
@@ -46,11 +47,16 @@ class invalid_response : public generic {
   }
 };
 
-/// What a server answered.
+/// What a server answered. Of a reply that is not quite in order, parts may be missing or stand
+/// elsewhere: a header without a value ends the headers, and what is behind it begins the body; a
+/// status of 101 to 199 is taken for the reply itself, whose head begins the body then; letters a
+/// to f behind the size of a chunk count as its digits, and a size without digits ends the body.
 struct response {
   std::int32_t status = 0;  ///< The number of its last status line, such as 200.
   header_map headers;       ///< A repeated name keeps its last value.
-  std::string body;         ///< Its bytes, without the frames of chunks.
+  /// Its bytes, without the frames of chunks. Without chunks it ends where the connection does, be
+  /// it broken or silent for 30 seconds: whether it is whole, only "Content-Length" tells.
+  std::string body;
 };
 
 /// Sees the steps of a request. Each operation returns true to go on and false to abort the
@@ -64,7 +70,7 @@ class monitor_type {
 
   /// The connection stands, and nothing has been sent.
   virtual bool on_request(const std::string& method, const std::string& uri);
-  /// For each status line, also that of a reply that only says to go on.
+  /// For each status line, also that of a 100, behind which the client waits for the next.
   virtual bool on_status(std::int32_t status);
   /// Before a header is written.
   virtual bool on_request_header(const std::string& name, const std::string& value);
@@ -81,8 +87,9 @@ class monitor_type {
 
 /// Sends the request with the word `method` and returns the reply, whatever its status. Raises
 /// aborted if the monitor says so, invalid_response, and closed for every failure of the
-/// connection, a refused one among them; other classes of transport and environment come as they
-/// are.
+/// connection that does not just end a body, a refused one among them, and for a body that is not
+/// as long as "Content-Length" says, where that is not 0: so for a reply to "HEAD", a 204 or a 304
+/// with a length. Other classes of transport and environment come as they are.
 response perform(const request& request, monitor_type& monitor, const std::string& method);
 
 /// perform() with "GET".

@@ -26,13 +26,17 @@ using header_map = std::map<std::string, std::string, header_order>;
 /// What to ask, and whom.
 struct request {
   /// A request for `text`, "http://host:port/path" with all but the host optional. Resolves the
-  /// host; raises what address::ip4 and unicode::to_utf8() raise. Another scheme than http counts
-  /// as the host.
+  /// host, for which there must be an environment; raises what address::ip4 and unicode::to_utf8()
+  /// raise. Another scheme than http counts as the host: "https://127.0.0.1/" looks for a host
+  /// "https". The port is the number behind the colon, cut to 16 bits, and 0 for a word. The path
+  /// is text of the system's default page: bytes of UTF-8 in it come out encoded twice, while "%"
+  /// and what is behind it stay. A query without a path is taken for part of the host or, behind a
+  /// port, is lost.
   explicit request(const std::string& text);
 
   address::ip4 address;  ///< The server.
   std::string uri;       ///< As it goes on the wire.
-  header_map headers;    ///< "Host" and "Connection: close" at first.
+  header_map headers;    ///< At first "Host", without the port, and "Connection: close".
   std::string body;      ///< Whoever sets it adds the header "Content-Length".
 };
 

@@ -74,7 +74,8 @@ class base {
   /// Closes the socket; nobody sees a failure of that.
   virtual ~base();
 
-  /// Makes the socket, of the family of `address`.
+  /// Makes the socket, of the family of `address`. Only where none is open: that one would stay
+  /// open, and nobody could close it any more.
   virtual void open(const address::base& address) = 0;
 
   /// Closes the socket if there is one.
@@ -207,8 +208,8 @@ class base : public transport::base {
   /// empty, if the peer closes right behind it; and what fill() raises.
   void read_line(std::string& line);
 
-  /// Sets `bytes` to what has arrived, at least one byte and at most `maximum`. Raises what fill()
-  /// raises, where nothing has arrived yet.
+  /// Sets `bytes` to what has arrived, at most `maximum` bytes and, unless that is 0, at least one.
+  /// Raises what fill() raises, where nothing has arrived yet.
   void read(std::size_t maximum, std::string& bytes);
   /// Sets `bytes` to all that has arrived, at least one byte. Raises what read() raises.
   void read_some(std::string& bytes);
@@ -231,7 +232,7 @@ class base : public transport::base {
   byte_queue& read_queue() { return read_queue_; }
 
  private:
-  // What the next read may take, at most `maximum` bytes and at least one; waits for it.
+  // What the next read may take, at most `maximum` bytes; waits until there is any.
   std::string_view waiting(std::size_t maximum);
 
   byte_queue write_queue_;

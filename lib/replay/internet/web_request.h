@@ -16,7 +16,8 @@ namespace replay::internet {
 /// A query by "GET" and its answer. An object may ask again.
 class WebRequest {
  public:
-  /// A failure as applications show it: one wide message.
+  /// A failure as applications show it: one wide message. It is no replay::exception, and what()
+  /// is that of std::exception, which tells nothing.
   class WebRequestError : public std::exception {
    public:
     /// Takes what message() gives.
@@ -32,9 +33,9 @@ class WebRequest {
   };
 
   /// Asks `base_url` with the values of `parameters` and keeps what was asked and answered in the
-  /// fields below. Names go as they are, values escaped. Raises WebRequestError for each failure of
-  /// host, connection and reply, and for a status other than 200; the classes of environment and
-  /// unicode come as they are.
+  /// fields below. Values are escaped, names only as http::request does it. Raises WebRequestError
+  /// for each failure of host, connection and reply, and for a status other than 200; the classes
+  /// of environment and unicode come as they are.
   void execute();
 
   /// The value in `body` at a path of element names, as scan_value() finds it; empty also where the
@@ -47,7 +48,7 @@ class WebRequest {
   }
 
   /// The address as http::request takes it, up to where the query begins. It has a path: without
-  /// one the "?" becomes part of the host.
+  /// one the query becomes part of the host or, behind a port, is lost.
   std::string base_url;
   std::map<std::string, std::string> parameters;  ///< The values to ask with, by name.
 
