@@ -79,10 +79,11 @@ std::string to_utf8(std::string_view text);
 /// The page of a character set's name; case and all but letters and digits do not count. Behind
 /// "iso-8859-" and "windows-" a number gives a page, whether there is such a one or not. Raises
 /// invalid_codepage for a name that is not known here, as "utf-16": more than half of the names
-/// that name_of_codepage() gives do not lead back to their page.
+/// that name_of_codepage() gives do not lead back to their page. Names are known from main() on,
+/// not yet to the constructor of an object outside of functions.
 codepage codepage_of_name(std::string_view name);
 
-/// The preferred name of a page. Raises invalid_codepage for a page that has none.
+/// The preferred name of a page, from main() on. Raises invalid_codepage for a page that has none.
 const std::string& name_of_codepage(codepage page);
 
 }  // namespace replay::unicode
