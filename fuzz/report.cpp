@@ -1,5 +1,5 @@
 // Reports: what is read of one is the same once it is masked, and when its values are back; its
-// JSON is whole.
+// JSON is whole, and its page lists each finding and has no markup of a value.
 
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -8,6 +8,7 @@
 #include "report/findings.h"
 #include "report/json.h"
 #include "report/mask.h"
+#include "report/page/page.h"
 #include "report/report.h"
 #include "report/unmask.h"
 
@@ -18,6 +19,22 @@ std::vector<reader::Code> codesOf(const reader::Report& report) {
   reader::forEachFinding(report,
                          [&](const reader::Finding& finding) { codes.push_back(finding.code); });
   return codes;
+}
+
+std::size_t countOf(const std::string& text, std::string_view part) {
+  std::size_t count = 0;
+  for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += part.size())
+    ++count;
+  return count;
+}
+
+std::string pageOf(const std::string& bytes) {
+  std::vector<reader::ShownReport> reports;
+  reports.push_back({1, bytes});
+  reports.back().report = std::make_unique<reader::Report>(bytes);
+  std::ostringstream page;
+  reader::writePage(reports, bytes, reader::Origin::server, page);
+  return page.str();
 }
 
 }  // namespace
@@ -37,6 +54,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::ostringstream json;
     reader::writeJson(report, json);
     check(nlohmann::json::accept(json.str()));
+    const std::string page = pageOf(report.bytes());
+    check(countOf(page, "<li data-code=") == codesOf(report).size());
+    check(countOf(page, "<script") == 0 && countOf(page, "<h1>") == 1);
   } catch (const reader::NoReport&) {
     return 0;
   }
