@@ -71,6 +71,12 @@ class Commands : public testing::Test {
     EXPECT_EQ(check("report"), "0 no findings\r\n");
   }
 
+  static void expectReasonsOfFailures() {
+    for (const auto& [where, fields] : test::rowsOf("tools/report/failures.txt", 2))
+      EXPECT_EQ(runByShell(fields[0]), "2 qbreport: " + fields[1] + '\n') << where;
+    fs::remove("pipe");
+  }
+
   test::TemporaryFolder folder_;
   fs::path before_;
 };
@@ -90,6 +96,9 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
   if (fs::path::preferred_separator == '/') {
     EXPECT_EQ(fs::status("out").permissions(), fs::status("report").permissions());
     EXPECT_EQ(fs::status("map").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    fs::permissions("out", fs::perms::owner_all);
+    run("mask report -o out");
+    EXPECT_EQ(fs::status("out").permissions(), fs::perms::owner_all);
     for (const std::string words : {"check failing", "json report", "diff report failing",
                                     "mask report", "explain", "--help"}) {
       for (const std::string stream : {" >/dev/full", " >&-", " <&- >&-"}) {
@@ -98,6 +107,7 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
       }
     }
     expectTextOnTerminals();
+    expectReasonsOfFailures();
     EXPECT_TRUE(runByShell("mask report --map map <&- 2>&-").starts_with("0 15-11-2026"));
     EXPECT_EQ(runByShell("mask failing --map map >/dev/null", "ulimit -f 0; "), "2 ")
         << "a map that is not written, and words that are not either";
@@ -110,7 +120,8 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
 TEST_F(Commands, KeepAllOfAMapThatSeveralRunsWriteAtOnce) {
   if (fs::path::preferred_separator != '/') return;  // one shell starts them all
   test::writeFile("map", "");
-  fs::create_symlink("map", "link");
+  fs::create_symlink("../map", "logs/link");
+  fs::create_symlink("logs/link", "link");
   const std::vector<std::string> names = {"a", "b", "c", "d", "e", "f", "g", "h"};
   for (const std::string& name : names) test::writeFile(name, test::reportOf("@" + name + "\n"));
   runByShell("--version",
@@ -118,7 +129,7 @@ TEST_F(Commands, KeepAllOfAMapThatSeveralRunsWriteAtOnce) {
              "for name in e f g h; do \"$0\" mask --map link $name & done; wait; ");
   for (const std::string& name : names)
     EXPECT_NE(test::contentOf("map").find('"' + name + '"'), std::string::npos) << name;
-  EXPECT_TRUE(fs::is_symlink("link"));
+  EXPECT_TRUE(fs::is_symlink("link") && fs::is_symlink("logs/link"));
   EXPECT_FALSE(fs::exists("map.lock"));
 }
 

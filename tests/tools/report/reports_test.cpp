@@ -152,9 +152,13 @@ TEST(Verdicts, AreOnTheLineAndNotOnItsCodeAlone) {
 
 TEST(Verdicts, AreWrittenForPeopleInLinesThatFit) {
   for (const auto& [where, fields] : test::rowsOf("tools/report/findings_text.txt", 3)) {
+    const Report report(test::reportOf(fields[1]));
     std::ostringstream out;
-    reader::writeFindingsText(Report(test::reportOf(fields[1])), reader::Origin::server,
-                              {std::stoul(fields[0]), false}, out);
+    std::ostringstream plain;
+    const reader::TextStyle style = {std::stoul(fields[0]), fields[0].ends_with('c')};
+    EXPECT_EQ(reader::writeFindingsText(report, reader::Origin::server, style, out),
+              reader::writeFindings(report, reader::Origin::server, "", plain))
+        << where;
     EXPECT_EQ(out.str(), fields[2]) << where;
   }
 }
@@ -251,7 +255,7 @@ TEST(Reports, AreReadWhereverTheyAreCut) {
 
 TEST(Pseudonyms, AreKeptInAMapAndNoOtherFileIsOne) {
   const std::string first =
-      test::reportOf("@SERVERPROFILE:\n\t\t\t\t\tServer name(m\x80\xc3\xa9)\n");
+      test::reportOf("@SERVERPROFILE:\n\t\t\t\t\tServer name(m\x80\xc3\xa9\xff)\n");
   const Report report(first);
   reader::Pseudonyms pseudonyms(report.bytes(), {});
   const reader::MaskedParts parts(report);
@@ -259,7 +263,7 @@ TEST(Pseudonyms, AreKeptInAMapAndNoOtherFileIsOne) {
   const reader::PseudonymMap map(reader::asMap(pseudonyms.all()));
   const Report next(test::reportOf(
       "@SYSTEM ENVIRONMENT:\n\t\t\t\t\tServerName=b\n@SERVERPROFILE:\n\t\t\t\t\tServer "
-      "name(m\x80\xc3\xa9)\n"));
+      "name(m\x80\xc3\xa9\xff)\n"));
   EXPECT_EQ(maskedOf(next, map),
             test::reportOf("@SYSTEM ENVIRONMENT:\n\t\t\t\t\tServerName=server-2\n"
                            "@SERVERPROFILE:\n\t\t\t\t\tServer name(server-1)\n"));

@@ -117,10 +117,12 @@ TEST(PosixSockets, ServicesAndHostsAreFoundByNameAndByNumber) {
   ASSERT_NE(service, nullptr) << "the package netbase is missing";
   EXPECT_EQ(std::string(service->s_name) + "/" + service->s_proto, "http/tcp");
   EXPECT_EQ(network_order(static_cast<std::uint16_t>(service->s_port)), 80);
-  service = sockets.getservbyport(network_order(std::uint16_t{443}), "tcp");
-  EXPECT_STREQ(service->s_name, "https");
+  service = sockets.getservbyport(network_order(std::uint16_t{514}), "udp");
+  EXPECT_STREQ(service->s_name, "syslog") << "and not that of TCP";
   EXPECT_EQ(sockets.getservbyname("http", "none"), nullptr);
   EXPECT_EQ(sockets.WSAGetLastError(), 11004);
+  EXPECT_EQ(sockets.gethostbyname("no address"), nullptr);
+  EXPECT_EQ(sockets.WSAGetLastError(), 11001);
 
   const auto addresses = lookup<platform::GetAddrInfo>("getaddrinfo");
   const auto names = lookup<platform::GetNameInfo>("getnameinfo");

@@ -104,6 +104,13 @@ TEST(Tls, OnlyACertificateOfTheTrustedAndForTheHostIsGood) {
     server.emplace(certificate);
     return Peer::address();
   });
+  server.emplace("good");
+  const Stream dotted;
+  const auto asked = [] { return SSL_get_servername(TlsServer::ssl(), TLSEXT_NAMETYPE_host_name); };
+  EXPECT_EQ(asked(), nullptr) << "an address is no name";
+  const test::SslStream named(Peer::address(), "localhost", test::trusting({}, "*"));
+  EXPECT_STREQ(asked(), "localhost");
+  EXPECT_NE(Peer::calls.find("setsockopt,65535,4102,30000"), std::string::npos) << "a time-out";
 }
 
 TEST(Tls, OtherVersionsSuitesAndProtocolsFailTheHandshake) {
