@@ -32,6 +32,8 @@ class Commands : public testing::Test {
     fs::copy_file("failing", "logs/b-DIAGNOSTIC-.log");
     fs::copy_file("report", "logs/C-DIAGNOSTIC-1.log");
     fs::copy_file("text", "logs/DIAGNOSTIC.log");
+    fs::copy_file("text", "logs/a-DIAGNOSTIC-.txt");
+    fs::create_directory("logs/a-DIAGNOSTIC-.log");
   }
   void TearDown() override { fs::current_path(before_); }
 
@@ -69,6 +71,7 @@ class Commands : public testing::Test {
     EXPECT_TRUE(check("failing", "TERM=dumb; ").starts_with("1 warning: The users"));
     EXPECT_TRUE(check("--plain failing").starts_with("1 users\tfiltered-users\t"));
     EXPECT_EQ(check("report"), "0 no findings\r\n");
+    EXPECT_EQ(check("failing -o out"), "1 ");
   }
 
   static void expectReasonsOfFailures() {
@@ -108,12 +111,13 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
     }
     expectTextOnTerminals();
     expectReasonsOfFailures();
+    EXPECT_TRUE(runByShell("check '\x1B'").starts_with("2 qbreport: \\x1B: "));
     EXPECT_TRUE(runByShell("mask report --map map <&- 2>&-").starts_with("0 15-11-2026"));
     EXPECT_EQ(runByShell("mask failing --map map >/dev/null", "ulimit -f 0; "), "2 ")
         << "a map that is not written, and words that are not either";
   }
   EXPECT_EQ(test::contentOf("map"), "{\"format\":1,\"values\":{\n\"text\":{\n\"\xc3\xa9\":1}}}\n");
-  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 9) << "a file was left beside another";
+  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 10) << "a file was left beside another";
 }
 
 // The map is an empty file at first, and has a second name.

@@ -9,13 +9,20 @@ project = pathlib.Path(__file__).parents[3]
 
 # What markup, other systems and eyes may take for something else than text.
 hostile = ("\"'><script>alert(1)</script><img src=x onerror=alert(1)>&lt;&#60;]]>--><!--</title></style></li></details>"
-           "\u202e\u2066\x01\x7f\ufffe" + "W" * 3_000)
+           "\u061c\u200e\u200f\u202a\u202e\u2066\u2069\x01\x7f\ufdd0\ufffe\U0001ffff\u00e9\u20ac\U0001f600"
+           + "W" * 3_000)
 
 
 def world(name):
     """The report of a world, as text with characters below 256."""
     text = (project / f"tests/worlds/{name}/expected/report.txt").read_text("utf-8")
     return text.replace("<entry>\t", "15-11-2026 05:03:11\t(1234:5678)\t").replace("<CR>", "\r")
+
+
+def report_of(text):
+    """A report in short: "@" begins an entry, "<" one of an earlier second, "~" one of another run."""
+    heads = {"<": "15-11-2026 05:03:10\t(1234:5678)\t", "~": "15-11-2026 05:03:11\t(1234:9)\t"}
+    return re.sub("(?m)^[@<~]", lambda mark: heads.get(mark.group(), "15-11-2026 05:03:11\t(1234:5678)\t"), text)
 
 
 def write_servers(folder):
@@ -32,8 +39,9 @@ def write_servers(folder):
     (folder / "30-DIAGNOSTIC-.log").write_text("no report")
 
 
-def run(program, *words, status=0):
-    result = subprocess.run([program, *map(str, words)], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False)
+def run(program, *words, status=0, given=b""):
+    result = subprocess.run([program, *map(str, words)], input=given, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                            check=False)
     assert result.returncode == status, (words, result.returncode)
     return result.stdout.decode("utf-8")
 
@@ -46,3 +54,7 @@ def parsed(page):
 
 def text_of(element):
     return "".join(element.itertext())
+
+
+def words_of(element):
+    return " ".join(" ".join(element.itertext()).split())

@@ -47,7 +47,7 @@ std::string_view takeCharacter(std::string_view& utf8, char32_t& character) {
   const auto first = static_cast<unsigned char>(utf8.front());
   const auto ones = static_cast<std::size_t>(std::countl_one(first));
   const std::string_view bytes = utf8.substr(0, std::max<std::size_t>(ones, 1));
-  character = first & (0xFFU >> (ones + (ones > 0 ? 1 : 0)));
+  character = first & (0xFFU >> ones);
   for (const char byte : bytes.substr(1))
     character = character << 6U | (static_cast<unsigned char>(byte) & 0x3FU);
   utf8.remove_prefix(bytes.size());
