@@ -117,7 +117,8 @@ TEST_F(Commands, GiveTheStatusAndWriteNothingWhereTheyFail) {
         << "a map that is not written, and words that are not either";
   }
   EXPECT_EQ(test::contentOf("map"), "{\"format\":1,\"values\":{\n\"text\":{\n\"\xc3\xa9\":1}}}\n");
-  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 10) << "a file was left beside another";
+  fs::remove("made");  // Windows notices before it is there
+  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 9) << "a file was left beside another";
 }
 
 // The map is an empty file at first, and has a second name.
