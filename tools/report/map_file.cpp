@@ -14,7 +14,7 @@ std::unique_ptr<PseudonymMap> mapIn(const std::string& bytes, const std::string&
   try {
     return std::make_unique<PseudonymMap>(bytes);
   } catch (const BadMap& error) {
-    throw Failure(name + ": " + error.what());
+    throw Failure(name, error.what());
   }
 }
 
@@ -56,7 +56,7 @@ void MapFile::takeLock() {
     outcome = lock_.tryTake();
   }
   if (outcome == platform::FileOutcome::busy)
-    throw Failure(lock_.file() + ": another run has had this lock of the map for ten seconds");
+    throw Failure(lock_.file(), "another run has had this lock of the map for ten seconds");
   require(outcome, lock_.file(), "locked");
 }
 

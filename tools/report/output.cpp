@@ -69,7 +69,7 @@ void Output::finish() {
 void Output::refuseInputs() const {
   for (const std::string& input : inputs_) {
     if (input == *file_ || platform::isSameFile(*file_, input))
-      throw Failure(*file_ + ": the output would take the place of what is read");
+      throw Failure(*file_, "the output would take the place of what is read");
   }
 }
 

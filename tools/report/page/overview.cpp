@@ -5,6 +5,7 @@
 #include <span>
 #include <tuple>
 
+#include "platform/ascii.h"
 #include "report/page/tables.h"
 
 namespace reader {
@@ -12,12 +13,10 @@ namespace {
 
 using Reports = std::vector<const ShownReport*>;
 
-std::string lowered(std::string_view text) {
-  std::string lower(text);
-  for (char& byte : lower) {
-    if (byte >= 'A' && byte <= 'Z') byte = static_cast<char>(byte - 'A' + 'a');
-  }
-  return lower;
+std::string inSmallLetters(std::string_view text) {
+  std::string small(text);
+  std::ranges::transform(small, small.begin(), platform::lowered<char>);
+  return small;
 }
 
 // What differs between servers.
@@ -34,7 +33,7 @@ std::vector<Reports> serversOf(const std::vector<ShownReport>& reports) {
   for (const ShownReport& shown : reports) {
     if (!shown.report) continue;
     const std::string_view name = shown.summary.server;
-    byName[{lowered(name), name.empty() ? shown.number : 0}].push_back(&shown);
+    byName[{inSmallLetters(name), name.empty() ? shown.number : 0}].push_back(&shown);
   }
   std::vector<Reports> servers;
   for (auto& [name, ofServer] : byName) {
@@ -47,10 +46,17 @@ std::vector<Reports> serversOf(const std::vector<ShownReport>& reports) {
     const Findings& findings = newest.findings;
     const auto few = [&findings](Severity severity) { return SIZE_MAX - findings.count(severity); };
     return std::tuple(few(Severity::error), few(Severity::warning), few(Severity::note),
-                      lowered(newest.title()), newest.number);
+                      inSmallLetters(newest.title()), newest.number);
   };
   std::ranges::sort(servers, {}, rank);
   return servers;
+}
+
+Reports joined(const std::vector<Reports>& servers) {
+  Reports reports;
+  for (const Reports& ofServer : servers)
+    reports.insert(reports.end(), ofServer.begin(), ofServer.end());
+  return reports;
 }
 
 // What more than half of the servers have; empty if there is no such.
@@ -129,17 +135,14 @@ void writeHeading(Html& html, std::size_t servers, std::size_t reports, std::siz
 }  // namespace
 
 std::vector<const ShownReport*> inOrder(const std::vector<ShownReport>& reports) {
-  Reports ordered;
-  for (const Reports& ofServer : serversOf(reports))
-    ordered.insert(ordered.end(), ofServer.begin(), ofServer.end());
-  return ordered;
+  return joined(serversOf(reports));
 }
 
 void writeOverview(Html& html, const std::vector<ShownReport>& reports) {
   const std::vector<Reports> servers = serversOf(reports);
-  const Reports readable = inOrder(reports);
-  writeHeading(html, servers.size(), readable.size(), reports.size() - readable.size());
+  const Reports readable = joined(servers);
   const std::size_t unreadable = reports.size() - readable.size();
+  writeHeading(html, servers.size(), readable.size(), unreadable);
   const std::size_t few = std::min(unreadable, mostRows / 2);
   const std::size_t shownCount = std::min(readable.size(), mostRows - few);
   RowWriter writer(html, servers);

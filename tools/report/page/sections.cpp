@@ -102,7 +102,7 @@ class SectionWriter {
     html_.text(nameOf(content_.section()));
     if (isOpen) html_ << " open";
     html_ << "><summary><h4>" << titleOf(content_.section()) << "</h4></summary>\n<p class=time>";
-    html_.text(content_.time().replace(10, 1, " ")) << "\n";
+    html_.text(forPeople(content_.time())) << "\n";
     if (content_.error()) {
       html_ << "<p class=ill>\u2717 ";
       html_.text(*content_.error()) << "\n";
@@ -203,7 +203,7 @@ void writeRunHeading(Html& html, const Report& report, const Run& run) {
     html << "Sections";
   } else if (start) {
     html << "Run of ";
-    html.text(std::string(*start).replace(10, 1, " "));
+    html.text(forPeople(*start));
   } else {
     html << "Run whose beginning is lost";
   }

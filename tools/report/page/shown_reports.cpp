@@ -5,6 +5,7 @@
 #include <map>
 #include <utility>
 
+#include "report/page/dates.h"
 #include "report/page/tables.h"
 #include "report/section_content.h"
 #include "report/text.h"
@@ -80,8 +81,7 @@ Summary summaryOf(const Report& report) {
   const Run& run = lastBegun(report);
   Summary summary;
   summary.time = report.entries()[run.entries.front()].time;
-  if (const auto start = startOf(report, run))
-    summary.started = std::string(*start).replace(10, 1, " ");
+  if (const auto start = startOf(report, run)) summary.started = forPeople(*start);
   summary.isComplete = isComplete(report, run);
   std::string_view profile;
   for (std::span<const EntryNumber> rest = run.entries; !rest.empty();) {
